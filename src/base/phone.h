@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+namespace orvo {
+
+struct phone_parts {
+    QString area;
+    QString exchange;
+    QString line;
+
+    bool operator==(const phone_parts&) const = default;
+};
+
+/// Cuts a telephone or fax number, stored as digits without separators, into the three fields of a form. Seoul's
+/// "02" is the one area code of two digits. A number whose length fits no pattern yields its area code alone.
+phone_parts cut_phone(QStringView digits);
+
+/// Cuts a mobile number: always three digits in front and the last four behind.
+phone_parts cut_mobile(QStringView digits);
+
+} // namespace orvo

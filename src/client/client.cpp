@@ -1,0 +1,60 @@
+#include "client/client.h"
+
+#include "base/dates.h"
+#include "db/schema/schema.h"
+
+#include <QFile>
+
+namespace orvo {
+
+client::client(program_folder in, const server_address& at, prompts& with, std::function<QDateTime()> clock)
+    : folder{std::move(in)}, server{at}, say{with}, now{std::move(clock)},
+      local_conn{make_connection(server, database::local)},
+      db_conn{make_connection(server, database::server)}, mail_conn{make_connection(server, database::mail)},
+      settings{folder.file(QStringLiteral("conf/user.ini")), QSettings::IniFormat}
+{
+}
+
+QString client::today() const { return stored_date(now().date()); }
+
+void client::watch_lines(line_watch* watch)
+{
+    for (connection* each : {&local_conn, &db_conn, &mail_conn})
+        each->set_watch(watch);
+}
+
+bool is_local_file_sound(connection& local)
+{
+    try {
+        for (const table& each : tables_of(database::local)) {
+            std::string names;
+            for (const column& field : each.columns)
+                names.append(names.empty() ? "\"" : ",\"").append(field.name).append("\"");
+            // A row is asked for, so that the table's first page is read too.
+            local.direct("select " + names + " from " + std::string{each.name} + " limit 1");
+        }
+    } catch (const db_failure&) {
+        return false;
+    }
+    return true;
+}
+
+void remake_local_file(client& c)
+{
+    c.local_conn.close();
+    const QString path = file_of(c.server, database::local);
+    if (QFile::exists(path)) {
+        QFile::remove(path + QStringLiteral(".damaged"));
+        QFile::rename(path, path + QStringLiteral(".damaged"));
+    }
+    for (const char* companion : {"-wal", "-shm"})
+        QFile::remove(path + QLatin1String(companion));
+    connection fresh = make_connection(c.server, database::local, file_use::create);
+    fresh.open();
+    for (const std::string& statement : make_statements(engine::embedded, database::local))
+        fresh.direct(statement);
+    fresh.close();
+    c.local_conn.open();
+}
+
+} // namespace orvo

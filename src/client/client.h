@@ -1,0 +1,47 @@
+#pragma once
+
+#include "client/program_folder.h"
+#include "client/prompts.h"
+#include "client/session.h"
+#include "db/open.h"
+
+#include <QDateTime>
+#include <QSettings>
+
+#include <functional>
+
+namespace orvo {
+
+/// The running client: what every screen is handed. There is one in a program, but nothing says so: a test makes its
+/// own in a folder of its own.
+class client : public session_variables, public handover_variables {
+public:
+    /// Opens nothing yet. `now` is the clock.
+    client(program_folder in, const server_address& server, prompts& with,
+           std::function<QDateTime()> now = &QDateTime::currentDateTime);
+
+    const program_folder folder;
+    const server_address server;
+    prompts& say;
+    const std::function<QDateTime()> now;
+
+    connection local_conn; ///< the workstation's file `orvo.mdb`
+    connection db_conn;    ///< the register
+    connection mail_conn;  ///< the queue of outgoing mail
+
+    /// What this user of this workstation has made his own: widths of columns and the like.
+    QSettings settings;
+
+    /// Today as "yyyymmdd".
+    QString today() const;
+    void watch_lines(line_watch* watch);
+};
+
+/// Makes the local file anew, its tables empty, and opens it. What was there is kept beside it, for whoever looks into
+/// the damage. Throws db_failure. The code tables come back by sync_codes.
+void remake_local_file(client& c);
+
+/// Whether the open local file has all its tables and columns.
+bool is_local_file_sound(connection& local);
+
+} // namespace orvo

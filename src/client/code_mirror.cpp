@@ -1,0 +1,63 @@
+#include "client/code_mirror.h"
+
+#include "db/connection.h"
+#include "db/schema/schema.h"
+
+namespace orvo {
+
+namespace {
+
+/// Writes each row of a server table into the emptied local table of the same columns.
+class mirror_sink : public row_sink {
+public:
+    mirror_sink(connection& local, const table& mirrored)
+        : local_{local}, mirrored_{mirrored}, insert_{local.repeat(insert_text(mirrored))}
+    {
+    }
+
+    void begin(const column_names&) override { local_.write("delete from " + std::string{mirrored_.name}); }
+    bool take(std::span<const cell> row) override
+    {
+        insert_(row);
+        return true;
+    }
+
+private:
+    connection& local_;
+    const table& mirrored_;
+    repeated_write insert_;
+
+    static std::string insert_text(const table& mirrored)
+    {
+        std::string names;
+        std::string slots_of_values;
+        for (const column& each : mirrored.columns) {
+            names.append(names.empty() ? "" : ",").append(each.name);
+            slots_of_values.append(slots_of_values.empty() ? "'{" : ",'{").append(each.name).append("}'");
+        }
+        return "insert into " + std::string{mirrored.name} + " (" + names + ") values (" + slots_of_values + ")";
+    }
+};
+
+std::string select_text(const table& mirrored)
+{
+    std::string names;
+    for (const column& each : mirrored.columns)
+        names.append(names.empty() ? "" : ",").append(each.name);
+    return "select " + names + " from " + std::string{mirrored.name};
+}
+
+} // namespace
+
+void sync_codes(connection& server, connection& local)
+{
+    transaction all_or_nothing{local};
+    for (std::string_view name : mirrored_tables()) {
+        const table& mirrored = *find_table(database::local, name);
+        mirror_sink sink{local, mirrored};
+        server.read_each(select_text(mirrored), {}, sink);
+    }
+    all_or_nothing.commit();
+}
+
+} // namespace orvo

@@ -1,0 +1,66 @@
+#include "client/configuration.h"
+
+#include "base/ini.h"
+
+namespace orvo {
+
+namespace {
+
+constexpr qsizetype longest_value = 255;
+
+const QString connection_file = QStringLiteral("connection.ini");
+
+/// A value of [SERVER], or what stands for it where the key is missing or empty.
+QString server_value(const program_folder& folder, const QString& key, const QString& otherwise = {})
+{
+    const QString value = read_conf_value(folder, connection_file, QStringLiteral("server"), key);
+    return value.isEmpty() || value == QLatin1String("Default") ? otherwise : value;
+}
+
+std::chrono::seconds seconds_of(const program_folder& folder, const QString& key, int otherwise)
+{
+    const int value = server_value(folder, key).toInt();
+    return std::chrono::seconds{value > 0 ? value : otherwise};
+}
+
+engine engine_of(const QString& name)
+{
+    if (name == QLatin1String("embedded"))
+        return engine::embedded;
+    if (name == QLatin1String("postgresql"))
+        return engine::postgresql;
+    if (name == QLatin1String("sqlserver"))
+        return engine::sqlserver;
+    throw db_failure{failure_kind::other,
+                     QStringLiteral("conf/connection.ini의 engine 값 \"%1\"을(를) 알 수 없습니다.").arg(name)};
+}
+
+} // namespace
+
+QString read_conf_value(const program_folder& folder, const QString& file, const QString& section,
+                        const QString& key)
+{
+    const auto found = ini_value(folder.file(QStringLiteral("conf/") + file), section.toUpper(), key);
+    QString value = found.value_or(QStringLiteral("Default")).left(longest_value);
+    value.remove(QChar{u'\0'});
+    return value;
+}
+
+server_address read_server_address(const program_folder& folder)
+{
+    server_address server;
+    server.kind = engine_of(server_value(folder, QStringLiteral("engine"), QStringLiteral("embedded")).toLower());
+    server.folder = folder.path;
+    server.host = server_value(folder, QStringLiteral("host"), QStringLiteral("localhost"));
+    server.port = server_value(folder, QStringLiteral("port")).toInt();
+    server.user = server_value(folder, QStringLiteral("user"));
+    server.password = server_value(folder, QStringLiteral("password"));
+    server.name = server_value(folder, QStringLiteral("database"), QStringLiteral("orvo_db"));
+    server.mail_name = server_value(folder, QStringLiteral("mail_database"), QStringLiteral("orvo_mail"));
+    server.tls = server_value(folder, QStringLiteral("tls"), QStringLiteral("prefer"));
+    server.connect_timeout = seconds_of(folder, QStringLiteral("connect_timeout"), 15);
+    server.statement_timeout = seconds_of(folder, QStringLiteral("statement_timeout"), 30);
+    return server;
+}
+
+} // namespace orvo

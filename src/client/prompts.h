@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+
+namespace orvo {
+
+enum class sign { none, information, exclamation, critical };
+enum class answer { first, second };
+
+/// A box for the operator. Without a title of its own it bears the program's.
+struct message {
+    QString text;
+    QString title = {};
+    sign icon = sign::none;
+    QString details = {}; ///< for whom the operator calls for help
+};
+
+/// All that interrupts the operator passes here, so that tests can answer.
+class prompts {
+public:
+    virtual ~prompts() = default;
+    virtual void tell(const message& what) = 0;
+    /// True where the operator chose the first of the two answers. Closing the box is the second; Enter is `usual`.
+    virtual bool ask(const message& what, const QString& first, const QString& second,
+                     answer usual = answer::first) = 0;
+    /// Said in passing, in the status bar.
+    virtual void note(const QString& text) = 0;
+};
+
+} // namespace orvo

@@ -1,0 +1,271 @@
+#include "db/connection.h"
+
+#include "db/driver.h"
+
+#include <charconv>
+#include <stdexcept>
+#include <unordered_map>
+
+namespace orvo {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+namespace {
+
+/// Hands rows on and knows how many there were.
+class counting_sink : public row_sink {
+public:
+    counting_sink(row_sink* to, qint64& count) : to_{to}, count_{count} {}
+
+    void begin(const column_names& names) override
+    {
+        count_ = 0;
+        if (to_)
+            to_->begin(names);
+    }
+    bool take(std::span<const cell> row) override
+    {
+        ++count_;
+        return !to_ || to_->take(row);
+    }
+
+private:
+    row_sink* to_;
+    qint64& count_;
+};
+
+/// One statement at a time; tells the watch when it is over.
+class busy_guard {
+public:
+    busy_guard(bool& busy, line_watch* watch) : busy_{busy}, watch_{watch}
+    {
+        if (busy_)
+            throw std::logic_error{"a statement runs on this connection already"};
+        busy_ = true;
+    }
+    ~busy_guard()
+    {
+        busy_ = false;
+        if (watch_)
+            watch_->done_waiting();
+    }
+
+private:
+    bool& busy_;
+    line_watch* watch_;
+};
+
+struct text_hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
+};
+
+} // namespace
+
+struct connection::known {
+    struct forms {
+        ready_statement plain;
+        std::unique_ptr<ready_statement> letters; // where `like` has a way of its own for letters with case
+    };
+    std::unordered_map<std::string, forms, text_hash, std::equal_to<>> statements;
+    bool in_transaction = false;
+};
+
+connection::connection(std::unique_ptr<driver> way, line_watch* watch)
+    : way_{std::move(way)}, watch_{watch}, known_{std::make_unique<known>()}
+{
+}
+
+connection::~connection() = default;
+connection::connection(connection&&) noexcept = default;
+
+engine connection::kind() const { return way_->kind(); }
+
+void connection::open()
+{
+    const auto started = steady_clock::now();
+    struct wait_guard {
+        line_watch* watch;
+        ~wait_guard()
+        {
+            if (watch)
+                watch->done_waiting();
+        }
+    } const guard{watch_};
+    try {
+        way_->open([this, started] {
+            const auto waited = std::chrono::duration_cast<milliseconds>(steady_clock::now() - started);
+            return !watch_ || watch_->keep_waiting(waited, true);
+        });
+        up_ = true;
+    } catch (const db_failure&) {
+        up_ = false;
+        throw;
+    }
+}
+
+void connection::reopen()
+{
+    close();
+    open();
+}
+
+void connection::close()
+{
+    known_->in_transaction = false;
+    up_ = false;
+    way_->close();
+}
+
+const ready_statement& connection::ready(std::string_view text, const values& given)
+{
+    auto found = known_->statements.find(text);
+    if (found == known_->statements.end()) {
+        const statement_text statement{text};
+        known::forms made{translate(statement, text, kind(), way_->where(), false), nullptr};
+        if (has_letter_variant(statement, kind()))
+            made.letters = std::make_unique<ready_statement>(
+                translate(statement, text, kind(), way_->where(), true));
+        found = known_->statements.emplace(text, std::move(made)).first;
+    }
+    const known::forms& forms = found->second;
+    if (!forms.letters)
+        return forms.plain;
+    for (const parameter& each : forms.plain.parameters)
+        for (const literal_piece& piece : each.pieces)
+            if (has_cased_letter(piece.is_slot ? given.of(piece.text) : piece.text))
+                return *forms.letters;
+    return forms.plain;
+}
+
+void connection::ask_and_reopen(const db_failure& lost)
+{
+    db_failure why = lost;
+    while (true) {
+        if (!watch_ || known_->in_transaction || !watch_->try_again(why))
+            throw db_failure{why};
+        try {
+            reopen();
+            return;
+        } catch (const db_failure& again) {
+            why = again.in(lost.statement());
+        }
+    }
+}
+
+qint64 connection::run(const ready_statement& text, const values& given, row_sink* sink, progress* follow,
+                       bool large)
+{
+    const busy_guard guard{busy_, watch_};
+    const std::vector<bound_value> bound = text.bind(given);
+    const QString name = QString::fromStdString(text.text);
+    const bool is_read = text.what == verb::select;
+    qint64 so_far = 0;
+    counting_sink counted{sink, so_far};
+    while (true) {
+        const auto started = steady_clock::now();
+        auto asked = started;
+        so_far = 0;
+        const driver::tick waiting = [&] {
+            const auto now = steady_clock::now();
+            if (now - asked < milliseconds{30})
+                return true;
+            asked = now;
+            const auto waited = std::chrono::duration_cast<milliseconds>(now - started);
+            if (follow)
+                return follow->go_on(so_far);
+            return !watch_ || watch_->keep_waiting(waited, is_read) || !is_read;
+        };
+        try {
+            const qint64 written = way_->run(text, bound, is_read ? &counted : nullptr, large, waiting);
+            up_ = true;
+            return written;
+        } catch (const line_break& lost) {
+            up_ = false;
+            if (lost.may_have_run && !text.repeatable)
+                throw db_failure{failure_kind::outcome_unknown, lost.text(), name};
+            ask_and_reopen(lost.in(name));
+        } catch (const db_failure& failure) {
+            throw failure.in(name);
+        }
+    }
+}
+
+rows connection::read(std::string_view text, const values& given)
+{
+    rows result;
+    run(ready(text, given), given, &result, nullptr, false);
+    return result;
+}
+
+void connection::read_each(std::string_view text, const values& given, row_sink& sink, progress* follow)
+{
+    run(ready(text, given), given, &sink, follow, true);
+}
+
+qint64 connection::number(std::string_view text, const values& given)
+{
+    const rows found = read(text, given);
+    return found.empty() ? 0 : found.front().number(found.columns().front());
+}
+
+qint64 connection::write(std::string_view text, const values& given)
+{
+    return run(ready(text, given), given, nullptr, nullptr, false);
+}
+
+repeated_write connection::repeat(std::string_view text) { return {*way_, ready(text, {})}; }
+
+void repeated_write::operator()(std::span<const cell> fields)
+{
+    // An empty text or a null that meets a number column is 0 there, as in any statement.
+    fields_.assign(fields.begin(), fields.end());
+    for (std::size_t i = 0; i < fields_.size(); ++i) {
+        cell& field = fields_[i];
+        if (!text_->parameters[i].is_number()) {
+            if (field.is == cell::kind::null)
+                field = cell::of(std::string_view{});
+        } else if (field.is != cell::kind::number) {
+            std::int64_t number = 0;
+            std::from_chars(field.text.data(), field.text.data() + field.text.size(), number);
+            field = cell::of(number);
+        }
+    }
+    way_->run_again(*text_, fields_);
+}
+
+void connection::direct(const std::string& text) { way_->direct(text); }
+
+void connection::load(std::string_view table, const std::vector<std::string_view>& columns,
+                      const std::function<bool(std::vector<cell>&)>& next)
+{
+    way_->load(table, columns, next);
+}
+
+transaction::transaction(connection& on) : on_{on}
+{
+    on_.direct("begin");
+    on_.known_->in_transaction = true;
+}
+
+transaction::~transaction()
+{
+    if (!open_)
+        return;
+    on_.known_->in_transaction = false;
+    try {
+        on_.direct("rollback");
+    } catch (const db_failure&) {
+        // The engine undoes an unfinished transaction by itself when the line or the file is gone.
+    }
+}
+
+void transaction::commit()
+{
+    on_.direct("commit");
+    on_.known_->in_transaction = false;
+    open_ = false;
+}
+
+} // namespace orvo

@@ -1,0 +1,266 @@
+#include "db/dialect.h"
+
+#include "db/failure.h"
+#include "db/schema/schema.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace orvo {
+
+namespace {
+
+std::string quoted(const std::string& text)
+{
+    std::string result = "'";
+    for (char c : text)
+        result.append(c == '\'' ? 2 : 1, c);
+    return result + '\'';
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    const std::size_t from = text.find_first_not_of(' ');
+    return from == std::string_view::npos ? std::string_view{}
+                                          : text.substr(from, text.find_last_not_of(' ') - from + 1);
+}
+
+bool parse_whole(std::string_view text, std::int64_t& number)
+{
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc{} && end == text.data() + text.size();
+}
+
+/// Writes the tokens of one statement in the dialect of one engine.
+class writer {
+public:
+    writer(const statement_text& statement, engine kind, database where, bool letters)
+        : statement_{statement}, tokens_{statement.tokens()}, kind_{kind}, where_{where}, letters_{letters}
+    {
+    }
+
+    ready_statement write()
+    {
+        for (at_ = 0; at_ < tokens_.size(); ++at_)
+            write_token();
+        close_join();
+        if (statement_.brings_rows_as_they_are())
+            add_order();
+        result_.what = statement_.what();
+        result_.repeatable = statement_.can_be_repeated();
+        return std::move(result_);
+    }
+
+private:
+    const statement_text& statement_;
+    const std::vector<token>& tokens_;
+    engine kind_;
+    database where_;
+    bool letters_;
+    std::size_t at_ = 0;
+    bool in_joined_condition_ = false;
+    ready_statement result_;
+
+    bool to_postgresql() const { return kind_ == engine::postgresql; }
+
+    void put(std::string_view text)
+    {
+        const bool tight = result_.sql.empty() || result_.sql.back() == '.' || text == ".";
+        if (!tight)
+            result_.sql += ' ';
+        result_.sql += text;
+    }
+
+    void put_parameter(parameter::kind is, std::vector<literal_piece> pieces)
+    {
+        result_.parameters.push_back({is, std::move(pieces)});
+        put((to_postgresql() ? "$" : "?") + std::to_string(result_.parameters.size()));
+    }
+
+    void write_token()
+    {
+        const token& t = tokens_[at_];
+        switch (t.is) {
+        case token::kind::literal:
+            return write_literal(t);
+        case token::kind::slot:
+            return put_parameter(meets_text() ? parameter::kind::digits : parameter::kind::plain_number,
+                                 {{true, t.text}});
+        case token::kind::number:
+            return put(meets_text() ? quoted(t.text) : t.text);
+        case token::kind::sign:
+            return put(t.text);
+        case token::kind::word:
+            return write_word(t);
+        }
+    }
+
+    /// A bare number compared with a text column: the engines would compare two types, or refuse to.
+    bool meets_text() const
+    {
+        return at_ >= 2 && statement_.what() != verb::insert && tokens_[at_ - 1].is == token::kind::sign &&
+               std::string_view{"=<><=>="}.find(tokens_[at_ - 1].text) != std::string_view::npos &&
+               tokens_[at_ - 2].is == token::kind::word && !statement_.operand_is_number(at_ - 2);
+    }
+
+    void write_literal(const token& t)
+    {
+        const bool number = statement_.meets_number(at_);
+        const bool has_slot =
+            std::any_of(t.pieces.begin(), t.pieces.end(), [](const literal_piece& p) { return p.is_slot; });
+        if (has_slot)
+            put_parameter(number ? parameter::kind::number : parameter::kind::text, t.pieces);
+        else
+            put_constant(t.pieces.empty() ? std::string{} : t.pieces.front().text, number);
+        if (at_ > 0 && tokens_[at_ - 1].is_word("like") && to_postgresql())
+            put("escape ''"); // a backslash is a letter like any other
+    }
+
+    void put_constant(const std::string& text, bool number)
+    {
+        std::int64_t value = 0;
+        const std::string_view digits = trimmed(text);
+        if (number && (digits.empty() || parse_whole(digits, value)))
+            put(std::to_string(value));
+        else
+            put(quoted(text));
+    }
+
+    void write_word(const token& t)
+    {
+        if (t.is_word("like") && to_postgresql()) {
+            if (statement_.operand_is_number(at_ - 1))
+                put("::text");
+            return put(letters_ ? "ilike" : "like");
+        }
+        if (t.is_word("on") && kind_ == engine::embedded)
+            return write_on();
+        if (in_joined_condition_ && ends_condition(at_))
+            close_join();
+        if (t.is_word("as") && to_postgresql() && is_text_cast()) {
+            result_.sql.insert(result_.sql.rfind('(') + 1, " nullif(");
+            put(", '' )");
+        }
+        put(t.text);
+        if (at_ == 0 && t.is_word("delete") && !tokens_[1].is_word("from"))
+            put("from");
+    }
+
+    bool is_text_cast() const
+    {
+        std::size_t opening = at_;
+        while (opening > 0 && tokens_[opening].is == token::kind::word)
+            opening -= tokens_[opening - 1].is_sign(".") ? 2 : 1;
+        return opening > 0 && tokens_[opening].is_sign("(") && tokens_[opening - 1].is_word("cast") &&
+               !statement_.operand_is_number(at_ - 1);
+    }
+
+    bool ends_condition(std::size_t at) const
+    {
+        for (const char* word : {"on", "inner", "where", "order", "group"})
+            if (tokens_[at].is_word(word))
+                return true;
+        return false;
+    }
+
+    /// "a join b join c on x on y" is known to all engines but the embedded one, which takes "on (x) and (y)". All
+    /// joins are inner, so that the conditions may stand together.
+    void write_on()
+    {
+        if (in_joined_condition_) {
+            put(") and (");
+            return;
+        }
+        std::size_t end = at_ + 1;
+        while (end < tokens_.size() && !ends_condition(end))
+            ++end;
+        put("on");
+        if (end < tokens_.size() && tokens_[end].is_word("on")) {
+            in_joined_condition_ = true;
+            put("(");
+        }
+    }
+
+    void close_join()
+    {
+        if (in_joined_condition_)
+            put(")");
+        in_joined_condition_ = false;
+    }
+
+    /// Rows that are alike in the statement's order, or that have none, come in key order: so no update makes a panel
+    /// jump.
+    void add_order()
+    {
+        const table* first = find_table(where_, statement_.first_table());
+        if (!first)
+            return;
+        const bool ordered = statement_.is_ordered();
+        if (statement_.is_distinct() && !statement_.selects_all_of_first()) {
+            if (!ordered)
+                put("order by 1");
+            return;
+        }
+        std::vector<std::string_view> key = first->key;
+        if (key.empty() && kind_ == engine::embedded && !statement_.is_distinct())
+            key.push_back("rowid"); // the order of writing
+        for (std::size_t i = 0; i < key.size(); ++i) {
+            put(i == 0 && !ordered ? "order by" : ",");
+            put(statement_.first_alias() + '.' + std::string{key[i]});
+        }
+    }
+};
+
+} // namespace
+
+std::vector<bound_value> ready_statement::bind(const values& given) const
+{
+    std::vector<bound_value> bound;
+    bound.reserve(parameters.size());
+    for (const parameter& each : parameters) {
+        std::string value;
+        for (const literal_piece& piece : each.pieces)
+            value += piece.is_slot ? given.of(piece.text) : piece.text;
+        if (each.is == parameter::kind::text) {
+            bound.emplace_back(std::move(value));
+            continue;
+        }
+        const std::string_view digits = trimmed(value);
+        std::int64_t number = 0;
+        const bool empty_is_zero = each.is == parameter::kind::number && digits.empty();
+        if (!empty_is_zero && !parse_whole(digits, number))
+            throw db_failure{failure_kind::conversion,
+                             QStringLiteral("숫자가 들어갈 자리에 숫자가 아닌 값이 있습니다: \"%1\"")
+                                 .arg(QString::fromStdString(value).left(40)),
+                             QString::fromStdString(text)};
+        if (each.is == parameter::kind::digits)
+            bound.emplace_back(std::string{digits});
+        else
+            bound.emplace_back(number);
+    }
+    return bound;
+}
+
+ready_statement translate(const statement_text& statement, std::string_view text, engine kind, database where,
+                          bool letters)
+{
+    ready_statement result = writer{statement, kind, where, letters}.write();
+    result.text = text;
+    return result;
+}
+
+bool has_letter_variant(const statement_text& statement, engine kind)
+{
+    return kind == engine::postgresql && std::any_of(statement.tokens().begin(), statement.tokens().end(),
+                                                     [](const token& t) { return t.is_word("like"); });
+}
+
+bool has_cased_letter(std::string_view utf8)
+{
+    for (const QChar c : QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())))
+        if (c.toLower() != c.toUpper())
+            return true;
+    return false;
+}
+
+} // namespace orvo

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "db/cell.h"
+#include "db/dialect.h"
+#include "db/engine.h"
+#include "db/failure.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace orvo {
+
+/// What came of a failed statement: whether the engine can have carried it out although it said nothing.
+struct line_break : db_failure {
+    line_break(QString text, bool was_sent)
+        : db_failure{failure_kind::line_lost, std::move(text)}, may_have_run{was_sent}
+    {
+    }
+    bool may_have_run;
+};
+
+/// One engine, thinly: open, run a ready statement, hand its rows on, report failures in the engine's own words.
+/// Throws line_break where the line is lost, db_failure for all else.
+class driver {
+public:
+    /// Asked some 30 times a second while a statement runs; false ends it.
+    using tick = std::function<bool()>;
+
+    virtual ~driver() = default;
+    virtual engine kind() const = 0;
+    virtual database where() const = 0;
+    virtual void open(const tick& waiting) = 0;
+    virtual void close() = 0;
+
+    /// Runs a statement; rows go to the sink, where there is one. Returns the number of rows written. `large` fetches
+    /// row by row. Throws failure_kind::cancelled where the tick ended it.
+    virtual qint64 run(const ready_statement& statement, const std::vector<bound_value>& bound, row_sink* sink,
+                       bool large, const tick& waiting) = 0;
+    /// The same for a statement that runs many times in a row: the fields as they come, no rows, no waiting.
+    virtual void run_again(const ready_statement& statement, std::span<const cell> fields) = 0;
+    /// A text of the engine's own.
+    virtual void direct(const std::string& sql) = 0;
+    virtual void load(std::string_view table, const std::vector<std::string_view>& columns,
+                      const std::function<bool(std::vector<cell>&)>& next) = 0;
+};
+
+} // namespace orvo

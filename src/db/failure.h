@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+#include <exception>
+
+namespace orvo {
+
+enum class failure_kind {
+    line_lost,       ///< the server cannot be reached, or is reached no more
+    login_refused,   ///< the server does not know the user, password or database
+    overflow,        ///< a value is beyond what its column holds
+    duplicate,       ///< a key exists already
+    conversion,      ///< a text that should be a number is none
+    cancelled,       ///< the operator ended the statement
+    timed_out,       ///< the statement ran beyond its time
+    outcome_unknown, ///< a write was sent, the line broke, and it must not be sent twice
+    disk_full,
+    damaged, ///< the file is no database, or a broken one
+    other
+};
+
+/// The one failure of the database layer. `number()` is the error number by which operators and the shared error box
+/// know a failure; `text()` is the engine's own text; `statement()` the text that failed, with its slots unfilled
+/// (it never holds a member's data).
+class db_failure : public std::exception {
+public:
+    db_failure(failure_kind kind, QString text, QString statement = {});
+
+    failure_kind kind() const { return kind_; }
+    std::int32_t number() const;
+    const QString& text() const { return text_; }
+    const QString& statement() const { return statement_; }
+    const char* what() const noexcept override { return bytes_.constData(); }
+
+    db_failure in(const QString& statement) const { return {kind_, text_, statement}; }
+
+private:
+    failure_kind kind_;
+    QString text_;
+    QString statement_;
+    QByteArray bytes_;
+};
+
+/// Error numbers that the shared error box tells apart.
+namespace error_number {
+inline constexpr auto unreachable = static_cast<std::int32_t>(0x80004005);
+inline constexpr auto login_refused = static_cast<std::int32_t>(0x80040E4D);
+inline constexpr auto overflow = static_cast<std::int32_t>(0x80040E57);
+inline constexpr std::int32_t file_dialog_cancelled = 0x7FF3;
+} // namespace error_number
+
+} // namespace orvo

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "db/connection.h"
+
+#include <QString>
+
+#include <chrono>
+
+namespace orvo {
+
+/// Where a server is and how to speak to it.
+struct server_address {
+    engine kind = engine::embedded;
+    QString folder; ///< of the files of the embedded engine
+    QString host;
+    int port = 0;
+    QString user;
+    QString password;
+    QString name;      ///< of the register
+    QString mail_name; ///< of the mail queue
+    QString tls;       ///< "require", "prefer" or "disable"
+    std::chrono::seconds connect_timeout{15};
+    std::chrono::seconds statement_timeout{30};
+};
+
+enum class file_use { existing, create };
+
+/// A connection that is not open yet. `create` makes a missing file of the embedded engine.
+connection make_connection(const server_address& server, database which, file_use use = file_use::existing);
+
+/// The file of a database of the embedded engine; the local file's on every engine.
+QString file_of(const server_address& server, database which);
+
+} // namespace orvo

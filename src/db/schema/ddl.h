@@ -1,0 +1,10 @@
+#pragma once
+
+#include "db/schema/schema.h"
+
+namespace orvo {
+
+/// The statements that make one table of a database with its indexes.
+std::vector<std::string> make_statements(engine kind, database where, const table& one);
+
+} // namespace orvo

@@ -1,0 +1,63 @@
+#include "db/schema/tables.h"
+
+namespace orvo {
+
+using namespace columns;
+
+namespace {
+
+/// Pages through the last search in the order of its rows. An index that held the number and the name would
+/// be scanned in their place and bring another order.
+table scratch_copy()
+{
+    return {"person_m_tbl", member_columns(), {}, {{"pers_no"}}};
+}
+
+table postal_codes()
+{
+    return {"zip",
+            {text("post", 10), text("do", 40), text("gu", 40), text("dong", 60), text("li", 60),
+             text("island", 60), text("fir", 20), text("sec", 20)},
+            {},
+            {}};
+}
+
+table receipt_queue()
+{
+    return {"print_tbl",
+            {text("pers_no", 13), number("dues_id"), text("pers_name", 40), text("code_post", 10),
+             text("company_name", 100), text("pers_add", 200), text("pers_call", 40), money("pres_money"),
+             text("mem_kind", 40), text("lic_no", 20), text("branch_name", 60), number("code_member"),
+             text("in_date", 40)},
+            {},
+            {{"pers_no"}}};
+}
+
+table recent_words()
+{
+    return {"recent_words",
+            {text("admin_id", 40), number("item"), text("word", 100), text("used_at", 17)},
+            {"admin_id", "item", "word"},
+            {}};
+}
+
+table recent_members()
+{
+    return {"recent_members",
+            {text("admin_id", 40), text("pers_no", 13), text("pers_name", 40), text("used_at", 17)},
+            {"admin_id", "pers_no"},
+            {}};
+}
+
+} // namespace
+
+std::vector<table> local_tables()
+{
+    std::vector<table> all = code_tables();
+    for (table& one : std::vector<table>{scratch_copy(), postal_codes(), receipt_queue(), recent_words(),
+                                         recent_members()})
+        all.push_back(std::move(one));
+    return all;
+}
+
+} // namespace orvo

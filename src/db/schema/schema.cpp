@@ -1,0 +1,103 @@
+#include "db/schema/schema.h"
+
+#include "db/schema/tables.h"
+
+#include <algorithm>
+#include <array>
+#include <unordered_set>
+
+namespace orvo {
+
+namespace {
+
+constexpr std::array all_databases{database::server, database::mail, database::local};
+
+constexpr char lower(char letter)
+{
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+bool same(std::string_view one, std::string_view other)
+{
+    return std::ranges::equal(one, other, {}, lower, lower);
+}
+
+/// Names of the schema are lower case, so the hash finds one that is written in capitals too.
+struct hash_without_case {
+    std::size_t operator()(std::string_view name) const
+    {
+        std::size_t hash = 14695981039346656037u;
+        for (const char letter : name)
+            hash = (hash ^ static_cast<unsigned char>(lower(letter))) * 1099511628211u;
+        return hash;
+    }
+};
+
+struct equal_without_case {
+    bool operator()(std::string_view one, std::string_view other) const { return same(one, other); }
+};
+
+using name_set = std::unordered_set<std::string_view, hash_without_case, equal_without_case>;
+
+name_set number_columns()
+{
+    name_set names;
+    for (const database each : all_databases)
+        for (const table& one : tables_of(each))
+            for (const column& field : one.columns)
+                if (field.type != column_type::text)
+                    names.insert(field.name);
+    return names;
+}
+
+} // namespace
+
+const column* table::find(std::string_view column_name) const
+{
+    const auto found =
+        std::ranges::find_if(columns, [&](const column& each) { return same(each.name, column_name); });
+    return found == columns.end() ? nullptr : &*found;
+}
+
+const std::vector<table>& tables_of(database where)
+{
+    static const std::vector<table> server = server_tables();
+    static const std::vector<table> mail = mail_tables();
+    static const std::vector<table> local = local_tables();
+    return where == database::server ? server : where == database::mail ? mail : local;
+}
+
+const table* find_table(database where, std::string_view name)
+{
+    const auto& tables = tables_of(where);
+    const auto found = std::ranges::find_if(tables, [&](const table& each) { return same(each.name, name); });
+    return found == tables.end() ? nullptr : &*found;
+}
+
+const std::vector<std::string_view>& mirrored_tables()
+{
+    static const std::vector<std::string_view> names = [] {
+        std::vector<std::string_view> all;
+        for (const table& one : code_tables())
+            all.push_back(one.name);
+        return all;
+    }();
+    return names;
+}
+
+bool is_number(std::string_view column_name)
+{
+    static const name_set names = number_columns();
+    return names.contains(column_name);
+}
+
+int width_of(std::string_view table_name, std::string_view column_name)
+{
+    for (const database each : all_databases)
+        if (const table* one = find_table(each, table_name))
+            if (const column* field = one->find(column_name))
+                return field->width;
+    return 0;
+}
+
+} // namespace orvo

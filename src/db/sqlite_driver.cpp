@@ -1,0 +1,299 @@
+#include "db/sqlite_driver.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QUrl>
+
+#include <sqlite3.h>
+
+#include <unordered_map>
+
+namespace orvo {
+
+namespace {
+
+struct finalizer {
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+};
+using statement_handle = std::unique_ptr<sqlite3_stmt, finalizer>;
+
+/// Lets go of a statement's rows and parameters, however its use ends.
+class resetter {
+public:
+    explicit resetter(sqlite3_stmt* statement) : statement_{statement} {}
+    ~resetter() { sqlite3_reset(statement_); }
+    resetter(const resetter&) = delete;
+    resetter& operator=(const resetter&) = delete;
+
+private:
+    sqlite3_stmt* statement_;
+};
+
+failure_kind kind_of(int extended)
+{
+    switch (extended) {
+    case SQLITE_CONSTRAINT_PRIMARYKEY:
+    case SQLITE_CONSTRAINT_UNIQUE:
+    case SQLITE_CONSTRAINT_ROWID:
+        return failure_kind::duplicate;
+    case SQLITE_CONSTRAINT_CHECK:
+        return failure_kind::overflow;
+    case SQLITE_CONSTRAINT_DATATYPE:
+        return failure_kind::conversion;
+    default:
+        break;
+    }
+    switch (extended & 0xff) {
+    case SQLITE_CANTOPEN:
+    case SQLITE_IOERR:
+        return failure_kind::line_lost;
+    case SQLITE_FULL:
+        return failure_kind::disk_full;
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+        return failure_kind::damaged;
+    case SQLITE_INTERRUPT:
+        return failure_kind::cancelled;
+    case SQLITE_BUSY:
+        return failure_kind::timed_out;
+    case SQLITE_TOOBIG:
+        return failure_kind::overflow;
+    default:
+        return failure_kind::other;
+    }
+}
+
+class sqlite_driver : public driver {
+public:
+    sqlite_driver(QString path, database where, file_use use)
+        : path_{std::move(path)}, where_{where}, use_{use}
+    {
+    }
+    ~sqlite_driver() override { sqlite_driver::close(); }
+
+    engine kind() const override { return engine::embedded; }
+    database where() const override { return where_; }
+    void open(const tick& waiting) override;
+    void close() override;
+    qint64 run(const ready_statement& text, const std::vector<bound_value>& bound, row_sink* sink, bool large,
+               const tick& waiting) override;
+    void run_again(const ready_statement& text, std::span<const cell> fields) override;
+    void direct(const std::string& sql) override;
+    void load(std::string_view table, const std::vector<std::string_view>& columns,
+              const std::function<bool(std::vector<cell>&)>& next) override;
+
+private:
+    QString path_;
+    database where_;
+    file_use use_;
+    sqlite3* base_ = nullptr;
+    const tick* waiting_ = nullptr;
+    std::unordered_map<const ready_statement*, statement_handle> prepared_;
+
+    [[noreturn]] void fail();
+    void check(int result)
+    {
+        if (result != SQLITE_OK)
+            fail();
+    }
+    statement_handle prepare(const std::string& sql);
+    sqlite3_stmt* prepared(const ready_statement& text);
+    void hand_on(sqlite3_stmt* statement, row_sink& sink);
+    void bind_fields(sqlite3_stmt* statement, std::span<const cell> fields);
+    void make_file();
+    static int on_progress(void* self);
+};
+
+void sqlite_driver::fail()
+{
+    const int code = base_ ? sqlite3_extended_errcode(base_) : SQLITE_CANTOPEN;
+    const failure_kind kind = kind_of(code);
+    const QString text = QString::fromUtf8(base_ ? sqlite3_errmsg(base_) : "unable to open database file");
+    if (kind == failure_kind::line_lost)
+        throw line_break{text, false}; // a statement that could not reach the file is undone by the journal
+    throw db_failure{kind, text};
+}
+
+int sqlite_driver::on_progress(void* self)
+{
+    const tick* waiting = static_cast<sqlite_driver*>(self)->waiting_;
+    return waiting && !(*waiting)() ? 1 : 0;
+}
+
+void sqlite_driver::make_file()
+{
+    QFile file{path_};
+    if (file.exists() || !file.open(QIODevice::WriteOnly))
+        return;
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+}
+
+void sqlite_driver::open(const tick&)
+{
+    if (use_ == file_use::create)
+        make_file();
+    const QFileInfo file{path_};
+    const bool writable = QFileInfo{file.path()}.isWritable() && (!file.exists() || file.isWritable());
+    const QByteArray uri = "file:" + QUrl::toPercentEncoding(path_, "/") + (writable ? "" : "?immutable=1");
+    const int flags = SQLITE_OPEN_URI | (writable ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY);
+    const int result = sqlite3_open_v2(uri.constData(), &base_, flags, nullptr);
+    try {
+        check(result);
+        sqlite3_extended_result_codes(base_, 1);
+        sqlite3_busy_timeout(base_, 5000);
+        sqlite3_progress_handler(base_, 20000, on_progress, this);
+        // The local file holds nothing that lasts: a fall of the power may cost it, a fall of the program does not.
+        direct(where_ == database::local ? "pragma synchronous=off" : "pragma synchronous=full");
+        if (writable)
+            direct("pragma journal_mode=wal");
+    } catch (const db_failure&) {
+        close();
+        throw;
+    }
+}
+
+void sqlite_driver::close()
+{
+    prepared_.clear();
+    sqlite3_close(base_);
+    base_ = nullptr;
+}
+
+statement_handle sqlite_driver::prepare(const std::string& sql)
+{
+    if (!base_)
+        throw line_break{QStringLiteral("the database is not open"), false};
+    sqlite3_stmt* statement = nullptr;
+    check(sqlite3_prepare_v3(base_, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
+                             &statement, nullptr));
+    return statement_handle{statement};
+}
+
+sqlite3_stmt* sqlite_driver::prepared(const ready_statement& text)
+{
+    statement_handle& handle = prepared_[&text];
+    if (!handle)
+        handle = prepare(text.sql);
+    return handle.get();
+}
+
+void sqlite_driver::hand_on(sqlite3_stmt* statement, row_sink& sink)
+{
+    const int count = sqlite3_column_count(statement);
+    column_names names;
+    for (int i = 0; i < count; ++i)
+        names.emplace_back(sqlite3_column_name(statement, i));
+    sink.begin(names);
+    std::vector<cell> row(static_cast<std::size_t>(count));
+    int since_tick = 0;
+    int result = sqlite3_step(statement);
+    for (; result == SQLITE_ROW; result = sqlite3_step(statement)) {
+        for (int i = 0; i < count; ++i) {
+            cell& field = row[static_cast<std::size_t>(i)];
+            const int type = sqlite3_column_type(statement, i);
+            if (type == SQLITE_NULL) {
+                field = {};
+            } else if (type == SQLITE_INTEGER) {
+                field = cell::of(std::int64_t{sqlite3_column_int64(statement, i)});
+            } else {
+                const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, i));
+                field = cell::of(
+                    std::string_view{text, static_cast<std::size_t>(sqlite3_column_bytes(statement, i))});
+            }
+        }
+        if (!sink.take(row))
+            return;
+        if (++since_tick == 64) {
+            since_tick = 0;
+            if (waiting_ && !(*waiting_)())
+                throw db_failure{failure_kind::cancelled, QStringLiteral("interrupted")};
+        }
+    }
+    if (result != SQLITE_DONE)
+        fail();
+}
+
+qint64 sqlite_driver::run(const ready_statement& text, const std::vector<bound_value>& bound, row_sink* sink,
+                          bool, const tick& waiting)
+{
+    sqlite3_stmt* statement = prepared(text);
+    const resetter reset{statement};
+    for (std::size_t i = 0; i < bound.size(); ++i) {
+        const int at = static_cast<int>(i) + 1;
+        if (const auto* number = std::get_if<std::int64_t>(&bound[i]))
+            check(sqlite3_bind_int64(statement, at, *number));
+        else
+            check(sqlite3_bind_text64(statement, at, std::get<std::string>(bound[i]).data(),
+                                      std::get<std::string>(bound[i]).size(), SQLITE_STATIC, SQLITE_UTF8));
+    }
+    struct tick_guard {
+        sqlite_driver& self;
+        ~tick_guard() { self.waiting_ = nullptr; }
+    } guard{*this};
+    waiting_ = &waiting;
+    if (sink) {
+        hand_on(statement, *sink);
+        return 0;
+    }
+    if (sqlite3_step(statement) != SQLITE_DONE)
+        fail();
+    return sqlite3_changes64(base_);
+}
+
+void sqlite_driver::bind_fields(sqlite3_stmt* statement, std::span<const cell> fields)
+{
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        const int at = static_cast<int>(i) + 1;
+        const cell& field = fields[i];
+        if (field.is == cell::kind::number)
+            check(sqlite3_bind_int64(statement, at, field.number));
+        else
+            check(sqlite3_bind_text64(statement, at, field.text.empty() ? "" : field.text.data(), field.text.size(),
+                                      SQLITE_STATIC, SQLITE_UTF8));
+    }
+}
+
+void sqlite_driver::run_again(const ready_statement& text, std::span<const cell> fields)
+{
+    sqlite3_stmt* statement = prepared(text);
+    const resetter reset{statement};
+    bind_fields(statement, fields);
+    if (sqlite3_step(statement) != SQLITE_DONE)
+        fail();
+}
+
+void sqlite_driver::direct(const std::string& sql)
+{
+    if (!base_)
+        throw line_break{QStringLiteral("the database is not open"), false};
+    check(sqlite3_exec(base_, sql.c_str(), nullptr, nullptr, nullptr));
+}
+
+void sqlite_driver::load(std::string_view table, const std::vector<std::string_view>& columns,
+                         const std::function<bool(std::vector<cell>&)>& next)
+{
+    std::string names;
+    std::string marks;
+    for (std::string_view column : columns) {
+        names.append(names.empty() ? "" : ",").append(column);
+        marks += marks.empty() ? "?" : ",?";
+    }
+    const statement_handle insert =
+        prepare("insert into " + std::string{table} + " (" + names + ") values (" + marks + ")");
+    std::vector<cell> fields;
+    while (fields.clear(), next(fields)) {
+        const resetter reset{insert.get()};
+        bind_fields(insert.get(), fields);
+        if (sqlite3_step(insert.get()) != SQLITE_DONE)
+            fail();
+    }
+}
+
+} // namespace
+
+std::unique_ptr<driver> make_sqlite_driver(const QString& path, database where, file_use use)
+{
+    return std::make_unique<sqlite_driver>(path, where, use);
+}
+
+} // namespace orvo

@@ -1,0 +1,96 @@
+#include "members/rules/member_record.h"
+
+#include "base/amount.h"
+#include "base/dates.h"
+
+namespace orvo {
+
+std::optional<rows> read_member(connection& local, const QString& pers_no)
+{
+    rows found = local.read("select * from person_m_tbl where pers_no='{pers_no}'", {{"pers_no", pers_no}});
+    if (found.empty())
+        return {};
+    return found;
+}
+
+web_identity open_web_identity(connection& db, const QString& pers_no)
+{
+    const rows found = db.read("select * from id_tbl where pers_no='{selected_pers_no}'",
+                               {{"selected_pers_no", pers_no}});
+    if (!found.empty())
+        return {found.front().text("id"), found.front().text("passwd")};
+    db.write("insert into id_tbl(pers_no,id,passwd) values ('{selected_pers_no}','','')",
+             {{"selected_pers_no", pers_no}});
+    return {};
+}
+
+std::vector<panel_row> dues_years(connection& db, const QString& pers_no)
+{
+    std::vector<panel_row> years;
+    const rows found =
+        db.read("select a.*,b.mem_kind as mem_kind from dues_h_tbl a,money_member b where "
+                "a.pers_no='{selected_pers_no}' and a.code_member=b.code_member",
+                {{"selected_pers_no", pers_no}});
+    for (const auto row : found)
+        years.push_back({{row.text("val_year"), row.text("mem_kind"), with_separators(row.number("mem_dues")),
+                          with_separators(row.number("yet_money"))},
+                         row.text("code_member")});
+    return years;
+}
+
+std::vector<panel_row> dues_lines(connection& db, const QString& pers_no, const QString& val_year)
+{
+    std::vector<panel_row> lines;
+    const rows found =
+        db.read("select * from dues_b_tbl where pers_no='{selected_pers_no}' and val_year='{val_year}'",
+                {{"selected_pers_no", pers_no}, {"val_year", val_year}});
+    for (const auto row : found)
+        lines.push_back({{with_hyphens(row.text("pers_mem_day")), with_hyphens(row.text("pers_mem_b_day")),
+                          with_separators(row.number("pres_money"))},
+                         row.text("dues_id")});
+    return lines;
+}
+
+std::vector<panel_row> workplaces(connection& db, const QString& pers_no)
+{
+    std::vector<panel_row> places;
+    const rows found =
+        db.read("select * from company where pers_no='{selected_pers_no}' order by primary_flag desc",
+                {{"selected_pers_no", pers_no}});
+    for (const auto row : found)
+        places.push_back({{row.text("company_name"),
+                           row.number("code_part") == 100 ? QStringLiteral("집단급식") : QStringLiteral("비집단급식"),
+                           with_hyphens(row.text("pers_out_date")),
+                           row.number("comp_except") == 1 ? QStringLiteral("받음") : QStringLiteral("않음")},
+                          row.text("company_id")});
+    return places;
+}
+
+pledge read_pledge(connection& db, const QString& pers_no)
+{
+    pledge result;
+    const values member{{"selected_pers_no", pers_no}};
+    const rows pledges = db.read("select * from contract where pers_no='{selected_pers_no}'", member);
+    if (pledges.empty())
+        return result;
+    const auto first = pledges.front();
+    const qint64 amount = first.number("con_amount");
+    const qint64 paid = first.number("con_money");
+    const auto add = [&](const QString& caption, const QString& value) {
+        result.text += QStringLiteral("* %1 : %2\r\n").arg(caption, value);
+    };
+    add(QStringLiteral("약정일"), with_hyphens(first.text("con_day")));
+    add(QStringLiteral("약정액"), with_separators(amount));
+    add(QStringLiteral("총입금액"), with_separators(paid));
+    add(QStringLiteral("미수금액"), with_separators(amount - paid));
+    add(QStringLiteral("약정상태"),
+        first.number("con_finish") == 0 ? QStringLiteral("진행") : QStringLiteral("포기"));
+    const rows instalments =
+        db.read("select * from contract_list where pers_no='{selected_pers_no}'", member);
+    for (const auto row : instalments)
+        result.instalments.push_back(
+            {{with_hyphens(row.text("con_date")), with_separators(row.number("con_money"))}, row.text("con_id")});
+    return result;
+}
+
+} // namespace orvo

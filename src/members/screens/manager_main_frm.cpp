@@ -1,0 +1,215 @@
+#include "members/screens/manager_main_frm.h"
+
+#include "members/rules/member_record.h"
+#include "members/rules/recent.h"
+#include "members/screens/member_details.h"
+#include "members/screens/member_list.h"
+#include "ui/controls.h"
+#include "ui/form.h"
+#include "ui/grid.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QShortcut>
+
+namespace orvo {
+
+namespace {
+
+QPushButton* page_button(const char* name, const char* caption, const char* icon_name, QKeySequence key)
+{
+    QPushButton* made = button(QString::fromLatin1(name), QString::fromUtf8(caption), icon_name);
+    made->setShortcut(key);
+    made->setToolTip(key.toString(QKeySequence::NativeText));
+    return made;
+}
+
+void fill(grid* panel, const std::vector<panel_row>& lines)
+{
+    std::vector<grid::grid_row> filled;
+    for (const panel_row& each : lines)
+        filled.push_back({each.cells, each.key});
+    panel->fill(std::move(filled));
+}
+
+} // namespace
+
+manager_main_frm::manager_main_frm(client& c, desk& at, QWidget* over)
+    : work_screen{QStringLiteral("manager_main_frm"), screen_code::manager_main_frm, c, at, over}, pages_{c.local_conn},
+      custom_lst{new member_list{QStringLiteral("custom_lst")}}, page_txt{new QLabel}, con_txt{new QLabel},
+      search_im{button(QStringLiteral("search_im"), QStringLiteral("검색(&F)"), "search")},
+      pre_img{page_button("pre_img", "이전", "chevron-left", Qt::Key_PageUp)},
+      next_img{page_button("next_img", "다음", "chevron-right", Qt::Key_PageDown)},
+      details{new member_details{c.local_conn}},
+      dues_h_grd{new grid{QStringLiteral("dues_h_grd"),
+                          {{QStringLiteral("유효년도"), 66}, {QStringLiteral("회원종류"), 92, false, true},
+                           {QStringLiteral("총회비"), 66, true}, {QStringLiteral("미수금"), 66, true}},
+                          c.settings}},
+      dues_b_grd{new grid{QStringLiteral("dues_b_grd"),
+                          {{QStringLiteral("본회"), 86}, {QStringLiteral("지회"), 86}, {QStringLiteral("입금액"), 86, true, true}},
+                          c.settings}},
+      com_grd{new grid{QStringLiteral("com_grd"),
+                       {{QStringLiteral("근무처명"), 130, false, true}, {QStringLiteral("구분"), 76}, {QStringLiteral("퇴사일"), 66},
+                        {QStringLiteral("교육"), 40}},
+                       c.settings}},
+      contract_grd{new grid{QStringLiteral("contract_grd"),
+                            {{QStringLiteral("입금일"), 100}, {QStringLiteral("입금액"), 100, true, true}}, c.settings}}
+{
+    page_txt->setObjectName(QStringLiteral("page_txt"));
+    con_txt->setObjectName(QStringLiteral("con_txt"));
+    // The text of a pledge has five lines; their place is kept, so that the table below does not jump.
+    con_txt->setMinimumHeight(con_txt->fontMetrics().lineSpacing() * 5);
+    con_txt->setAlignment(Qt::AlignTop);
+    con_txt->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    dues_h_grd->set_empty_text(QStringLiteral("등록된 회비가 없습니다."));
+    dues_b_grd->set_empty_text(QStringLiteral("회비년도를 선택하면 입금 내역이 보입니다."));
+    com_grd->set_empty_text(QStringLiteral("등록된 근무처가 없습니다."));
+    contract_grd->set_empty_text(QStringLiteral("약정 입금 내역이 없습니다."));
+    arrange();
+    attach();
+    show_member_page(1);
+    custom_lst->setFocus();
+    if (!c_.member_to_open.isEmpty())
+        guard([this] { open_member(std::exchange(c_.member_to_open, {})); });
+}
+
+void manager_main_frm::arrange()
+{
+    QLabel* head = heading(QStringLiteral("회원관리"));
+    auto* list = group(QStringLiteral("member_list_group"), QStringLiteral("회원리스트"),
+                       below({custom_lst, page_txt, line({pre_img, next_img}), search_im}, 0));
+    list->setFixedWidth(200);
+    auto* member = group(QStringLiteral("member_group"), QStringLiteral("세부사항"),
+                         below({group(QStringLiteral("member_frame"), QStringLiteral("회원정보"), below({details}))}));
+    auto* dues = group(QStringLiteral("dues_group"), QStringLiteral("회비현황"),
+                       below({dues_h_grd, dues_b_grd}));
+    auto* workplaces = group(QStringLiteral("company_group"), QStringLiteral("근무처현황"), below({com_grd}));
+    auto* pledges =
+        group(QStringLiteral("contract_group"), QStringLiteral("약정현황"), below({con_txt, contract_grd}, 1));
+
+    auto* panels = new QHBoxLayout;
+    panels->setSpacing(rhythm * 2);
+    panels->addWidget(dues, 5);
+    panels->addWidget(workplaces, 5);
+    panels->addWidget(pledges, 3);
+    auto* right = new QVBoxLayout;
+    right->setSpacing(rhythm * 2);
+    right->addWidget(member);
+    right->addLayout(panels, 1);
+    auto* all = new QHBoxLayout{this};
+    all->setContentsMargins(rhythm * 2, rhythm, rhythm * 2, rhythm);
+    all->setSpacing(rhythm * 3);
+    all->addLayout(below({head, list}, 1));
+    all->addLayout(right, 1);
+}
+
+void manager_main_frm::attach()
+{
+    on_click(search_im, [this] { desk_.ask(QStringLiteral("search_dlg")); });
+    on_click(pre_img, [this] { turn_page(-1); });
+    on_click(next_img, [this] { turn_page(1); });
+    connect(custom_lst, &QListWidget::itemClicked, this, [this] { click_member(custom_lst->currentRow()); });
+    connect(custom_lst, &QListWidget::currentRowChanged, this, [this](int row) {
+        const bool by_key = custom_lst->hasFocus() && QApplication::mouseButtons() == Qt::NoButton;
+        if (row >= 0 && by_key)
+            click_member(row);
+    });
+    dues_h_grd->on_row([this](int row) { guard([this, row] { click_dues_year(row); }); });
+    auto* again = new QShortcut{QKeySequence{Qt::Key_F5}, this};
+    connect(again, &QShortcut::activated, this, [this] { guard([this] { refresh(); }); });
+}
+
+void manager_main_frm::show_member_page(int page)
+{
+    page_ = page;
+    page_txt->setText(QStringLiteral("총 %1 페이지 중\n현재 %2 페이지").arg(pages_.page_count()).arg(page_));
+    const QSignalBlocker quiet{custom_lst};
+    custom_lst->fill(pages_.page(page_));
+}
+
+void manager_main_frm::turn_page(int by)
+{
+    if (page_ + by >= 1 && page_ + by <= pages_.page_count())
+        show_member_page(page_ + by);
+}
+
+void manager_main_frm::click_member(int row)
+{
+    guard([this, row] { show_member(custom_lst->pers_no_of(row)); });
+}
+
+void manager_main_frm::show_member(const QString& pers_no)
+{
+    details->clear();
+    for (grid* panel : {dues_h_grd, dues_b_grd, com_grd, contract_grd})
+        panel->clear_rows();
+    con_txt->clear();
+    const auto found = read_member(c_.local_conn, pers_no);
+    if (!found)
+        throw db_failure{failure_kind::other,
+                         QStringLiteral("이 회원은 검색 결과에 더 이상 없습니다. 다시 검색하여 주십시오.")};
+    const auto member = found->front();
+    c_.selected_pers_no = member.text("pers_no");
+    details->show_member(member);
+    details->show_web_identity(open_web_identity(c_.db_conn, c_.selected_pers_no));
+    show_contract();
+    show_dues();
+    show_company();
+    remember_member(c_.local_conn, c_.session_id, {c_.selected_pers_no, member.text("pers_name")}, c_.now());
+}
+
+void manager_main_frm::open_member(const QString& pers_no)
+{
+    const int page = pages_.page_of(pers_no);
+    if (page == 0)
+        return;
+    show_member_page(page);
+    {
+        const QSignalBlocker quiet{custom_lst};
+        custom_lst->setCurrentRow(custom_lst->row_of(pers_no));
+    }
+    show_member(pers_no);
+}
+
+void manager_main_frm::click_dues_year(int row)
+{
+    if (!dues_h_grd->is_filled(row))
+        return c_.say.tell({QStringLiteral("없는행을 선택 하셨습니다.")});
+    c_.cur_val_year = dues_h_grd->cell(row, 0);
+    c_.cur_code_member = dues_h_grd->key(row).toString();
+    show_dues_lines();
+}
+
+void manager_main_frm::show_dues()
+{
+    dues_b_grd->clear_rows();
+    fill(dues_h_grd, dues_years(c_.db_conn, c_.selected_pers_no));
+}
+
+void manager_main_frm::show_dues_lines()
+{
+    const int year = dues_h_grd->chosen_row();
+    fill(dues_b_grd, year < 0 ? std::vector<panel_row>{}
+                              : dues_lines(c_.db_conn, c_.selected_pers_no, dues_h_grd->cell(year, 0)));
+}
+
+void manager_main_frm::show_contract()
+{
+    const pledge found = read_pledge(c_.db_conn, c_.selected_pers_no);
+    con_txt->setText(found.text);
+    fill(contract_grd, found.instalments);
+}
+
+void manager_main_frm::show_company() { fill(com_grd, workplaces(c_.db_conn, c_.selected_pers_no)); }
+
+void manager_main_frm::refresh()
+{
+    const int row = custom_lst->currentRow();
+    const QString shown = row < 0 ? QString{} : custom_lst->pers_no_of(row);
+    pages_ = member_pages{c_.local_conn};
+    show_member_page(std::clamp(page_, 1, std::max(1, pages_.page_count())));
+    if (!shown.isEmpty())
+        open_member(shown);
+}
+
+} // namespace orvo

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "members/rules/member_pages.h"
+#include "ui/work_screen.h"
+
+class QLabel;
+
+namespace orvo {
+
+class grid;
+class member_details;
+class member_list;
+struct panel_row;
+
+/// The member console: on the left the members whom the last search brought, on the right the chosen one, below him the
+/// panels of his dues, workplaces and pledge. The list and the member come from this workstation's copy, the panels and
+/// the web login from the server.
+class manager_main_frm : public work_screen {
+public:
+    manager_main_frm(client& c, desk& at, QWidget* over);
+
+    void show_dues();
+    void show_dues_lines();
+    void show_contract();
+    void show_company();
+
+private:
+    member_pages pages_;
+    int page_ = 1;
+
+    member_list* custom_lst;
+    QLabel* page_txt;
+    QLabel* con_txt;
+    QPushButton *search_im, *pre_img, *next_img;
+    member_details* details;
+    grid *dues_h_grd, *dues_b_grd, *com_grd, *contract_grd;
+
+    void arrange();
+    void attach();
+    void show_member_page(int page);
+    void turn_page(int by);
+    void click_member(int row);
+    void show_member(const QString& pers_no);
+    void open_member(const QString& pers_no);
+    void click_dues_year(int row);
+    void refresh();
+};
+
+} // namespace orvo

@@ -1,0 +1,78 @@
+#include "members/screens/member_list.h"
+
+#include "ui/theme.h"
+
+#include <QPainter>
+#include <QStyledItemDelegate>
+
+namespace orvo {
+
+namespace {
+
+constexpr int pers_no_role = Qt::UserRole;
+constexpr int line_gap = 8;
+
+class member_delegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& at) const override
+    {
+        QStyledItemDelegate::paint(painter, option, at);
+        painter->save();
+        painter->setPen(colours().quiet_text);
+        painter->drawText(option.rect.adjusted(0, 0, -line_gap, 0), Qt::AlignRight | Qt::AlignVCenter,
+                          at.data(pers_no_role).toString().left(6));
+        painter->restore();
+    }
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override
+    {
+        return {120, option.fontMetrics.height() + line_gap};
+    }
+};
+
+} // namespace
+
+member_list::member_list(const QString& name)
+{
+    setObjectName(name);
+    setItemDelegate(new member_delegate{this});
+    setUniformItemSizes(true);
+    setAlternatingRowColors(true);
+    setMinimumWidth(180);
+}
+
+void member_list::fill(const std::vector<listed_member>& members)
+{
+    clear();
+    for (const listed_member& each : members) {
+        auto* line = new QListWidgetItem{each.pers_name, this};
+        line->setData(pers_no_role, each.pers_no);
+        line->setData(Qt::AccessibleDescriptionRole, each.pers_no.left(6));
+    }
+}
+
+QString member_list::pers_no_of(int at) const { return item(at)->data(pers_no_role).toString(); }
+
+int member_list::row_of(const QString& pers_no) const
+{
+    for (int at = 0; at < count(); ++at)
+        if (pers_no_of(at) == pers_no)
+            return at;
+    return -1;
+}
+
+void member_list::paintEvent(QPaintEvent* event)
+{
+    QListWidget::paintEvent(event);
+    if (count() > 0)
+        return;
+    QPainter painter{viewport()};
+    painter.setPen(colours().quiet_text);
+    painter.drawText(viewport()->rect().adjusted(line_gap, line_gap * 2, -line_gap, 0),
+                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
+                     QStringLiteral("검색된 회원이 없습니다.\n[검색]을 눌러 회원을 찾으십시오."));
+}
+
+} // namespace orvo

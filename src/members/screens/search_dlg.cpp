@@ -1,0 +1,173 @@
+#include "members/screens/search_dlg.h"
+
+#include "base/amount.h"
+#include "members/rules/member_search.h"
+#include "members/rules/recent.h"
+#include "ui/controls.h"
+#include "ui/input_gate.h"
+
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QListWidget>
+
+namespace orvo {
+
+namespace {
+
+const QString hint = QStringLiteral("회원명, 주민번호, 면허번호, 근무처명, e_mail로 찾습니다.");
+const QString searching = QStringLiteral("현재 검색 중 입니다.잠시 기다려 주십시요.");
+
+QListWidget* recent_list(const QString& name)
+{
+    auto* list = new QListWidget;
+    list->setObjectName(name);
+    list->setFixedHeight(list->fontMetrics().height() * 6);
+    list->setMinimumWidth(200);
+    return list;
+}
+
+} // namespace
+
+/// Shows the count of a search that takes over a second, and makes the closing button its end.
+class search_dlg::search_progress : public progress {
+public:
+    explicit search_progress(search_dlg& over)
+        : over_{over}, gate_{over.Image2, [this] { ended_ = true; }},
+          clicked_{connect(over.Image2, &QPushButton::clicked, &over, [this] { ended_ = true; })}
+    {
+        running_.start();
+        over_.Image2->setText(QStringLiteral("중지(&C)"));
+    }
+    ~search_progress() override
+    {
+        disconnect(clicked_);
+        over_.Image2->setText(QStringLiteral("닫기(&C)"));
+        over_.Text1->setText(hint);
+    }
+
+    bool go_on(qint64 so_far) override
+    {
+        if (running_.elapsed() > 1000) {
+            over_.Text1->setText(QStringLiteral("%1 %2명").arg(searching, with_separators(so_far)));
+            gate_.look_up();
+        }
+        return !ended_;
+    }
+
+    void found_some()
+    {
+        over_.Text1->setText(searching);
+        over_.Text1->repaint();
+    }
+
+private:
+    search_dlg& over_;
+    QElapsedTimer running_;
+    bool ended_ = false;
+    input_gate gate_;
+    QMetaObject::Connection clicked_;
+};
+
+search_dlg::search_dlg(client& c, desk& at, QWidget* over)
+    : dialog{QStringLiteral("search_dlg"), c, over}, desk_{at},
+      item_cbb{new code_list{QStringLiteral("item_cbb"), 10}}, str_txt{text_field(QStringLiteral("str_txt"), 30)},
+      Text1{new QLabel{hint}}, search{primary_button(QStringLiteral("search"), QStringLiteral("검색(&S)"), "search")},
+      Image2{button(QStringLiteral("Image2"), QStringLiteral("닫기(&C)"), "x")},
+      word_lst{recent_list(QStringLiteral("word_lst"))}, member_lst{recent_list(QStringLiteral("member_lst"))}
+{
+    Text1->setObjectName(QStringLiteral("Text1"));
+    for (const char* text : {"회원명", "주민번호", "면허번호", "근무처명", "e_mail"})
+        item_cbb->add(QString::fromUtf8(text), item_cbb->count());
+    Text1->setForegroundRole(QPalette::PlaceholderText);
+    lay_out(below({form({entry{QStringLiteral("검색항목(&I)"), {item_cbb}},
+                         entry{QStringLiteral("검색어(&K)"), {str_txt}, false, true}}),
+                   Text1,
+                   beside({below({group(QStringLiteral("recent_words"), QStringLiteral("최근 검색어"),
+                                        below({word_lst}))}),
+                           below({group(QStringLiteral("recent_members"), QStringLiteral("최근에 연 회원"),
+                                        below({member_lst}))})}),
+                   line({static_cast<QWidget*>(nullptr), search, Image2})}));
+
+    connect(item_cbb, &QComboBox::activated, this, [this] {
+        failures::guard(c_.say, failures::policy::report, [this] { show_recent_words(); });
+        str_txt->setFocus();
+    });
+    on_enter(str_txt, [this] { run_search(); });
+    on_click(search, [this] { run_search(); });
+    connect(Image2, &QPushButton::clicked, this, &search_dlg::reject);
+    connect(word_lst, &QListWidget::itemActivated, this, [this](QListWidgetItem* chosen) {
+        str_txt->setText(chosen->text());
+        failures::guard(c_.say, failures::policy::report, [this] { run_search(); });
+    });
+    connect(member_lst, &QListWidget::itemActivated, this, [this](QListWidgetItem* chosen) {
+        const QString pers_no = chosen->data(Qt::UserRole).toString();
+        failures::guard(c_.say, failures::policy::report, [this, pers_no] { search_again_for(pers_no); });
+    });
+    failures::guard(c_.say, failures::policy::report, [this] {
+        show_recent_words();
+        show_recent_members();
+    });
+    str_txt->setFocus();
+}
+
+int search_dlg::item() const { return std::max(0, item_cbb->currentIndex()); }
+
+void search_dlg::show_recent_words()
+{
+    word_lst->clear();
+    word_lst->addItems(recent_words(c_.local_conn, c_.session_id, item()));
+}
+
+void search_dlg::show_recent_members()
+{
+    member_lst->clear();
+    for (const recent_member& each : recent_members(c_.local_conn, c_.session_id)) {
+        auto* line = new QListWidgetItem{QStringLiteral("%1  %2").arg(each.pers_name, each.pers_no.left(6))};
+        line->setData(Qt::UserRole, each.pers_no);
+        member_lst->addItem(line);
+    }
+}
+
+void search_dlg::reject()
+{
+    if (Image2->text().startsWith(QStringLiteral("닫기")))
+        dialog::reject();
+}
+
+bool search_dlg::find(int by_item, const QString& key)
+{
+    search_progress progress{*this};
+    const auto query = search_query(static_cast<search_item>(by_item), key, c_.session_branch);
+    const qint64 found =
+        copy_members(c_.db_conn, c_.local_conn, query, &progress, [&progress] { progress.found_some(); });
+    return found > 0;
+}
+
+void search_dlg::run_search()
+{
+    const QString key = str_txt->text();
+    if (key.isEmpty())
+        return refuse({QStringLiteral("찾고자하는 키워드를 적으십시요")}, str_txt);
+    if (!find(item(), key)) {
+        c_.say.tell({QStringLiteral("찾으시는 회원이 없습니다.")});
+        str_txt->clear();
+        str_txt->setFocus();
+        return;
+    }
+    remember_word(c_.local_conn, c_.session_id, item(), key, c_.now());
+    accept();
+    desk_.show(screen_code::manager_main_frm);
+}
+
+void search_dlg::search_again_for(const QString& pers_no)
+{
+    if (!find(static_cast<int>(search_item::resident_number), pers_no)) {
+        c_.say.tell({QStringLiteral("찾으시는 회원이 없습니다.")});
+        return;
+    }
+    c_.member_to_open = pers_no;
+    accept();
+    desk_.show(screen_code::manager_main_frm);
+}
+
+} // namespace orvo

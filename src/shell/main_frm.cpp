@@ -1,0 +1,229 @@
+#include "shell/main_frm.h"
+
+#include "client/client.h"
+#include "shell/commands.h"
+#include "shell/workspace.h"
+#include "ui/failures.h"
+#include "ui/icons.h"
+#include "ui/work_screen.h"
+#include "ui/window_prompts.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScreen>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+
+namespace orvo {
+
+using failures::guard;
+using failures::policy;
+
+namespace {
+
+/// Whether a menu has a command that can be started, in itself or in a submenu.
+bool holds_something(const QString& menu, const openers& what)
+{
+    for (const command& each : commands())
+        if (each.menu == menu && what.can_open(each.target))
+            return true;
+    for (const menu_head& head : menu_heads())
+        if (head.parent == menu && holds_something(head.name, what))
+            return true;
+    return false;
+}
+
+} // namespace
+
+main_frm::main_frm(client& c, openers what)
+    : c_{c}, openers_{std::move(what)}, workspace_{new workspace{this}}, operator_lbl{new QLabel},
+      branch_lbl{new QLabel}, engine_lbl{new QLabel}, server_lbl{new QLabel}
+{
+    setObjectName(QStringLiteral("main_frm"));
+    setWindowTitle(program_title);
+    setCentralWidget(workspace_);
+    resize(1280, 740);
+    build_menus();
+    build_status_bar();
+    apply_rights();
+}
+
+main_frm::~main_frm() = default;
+
+void main_frm::build_menus()
+{
+    for (const menu_head& head : menu_heads()) {
+        if (!holds_something(head.name, openers_))
+            continue;
+        QMenu* made = head.parent.isEmpty() ? menuBar()->addMenu(head.caption)
+                                            : menus_[head.parent]->addMenu(head.caption);
+        made->setObjectName(head.name);
+        made->menuAction()->setObjectName(head.name);
+        menus_[head.name] = made;
+    }
+    if (holds_something(QStringLiteral("Toolbar1"), openers_)) {
+        Toolbar1 = addToolBar(QStringLiteral("Toolbar1"));
+        Toolbar1->setObjectName(QStringLiteral("Toolbar1"));
+        Toolbar1->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+        Toolbar1->setMovable(false);
+    }
+    for (const command& each : commands()) {
+        if (!openers_.can_open(each.target))
+            continue;
+        const bool is_button = each.menu == QLatin1String("Toolbar1");
+        auto* action = new QAction{each.caption, this};
+        action->setObjectName(each.name);
+        connect(action, &QAction::triggered, this,
+                [this, &each] { guard(c_.say, policy::report, [this, &each] { start(each); }); });
+        if (is_button && !Toolbar1->actions().isEmpty())
+            Toolbar1->addSeparator();
+        is_button ? Toolbar1->addAction(action) : menus_[each.menu]->addAction(action);
+        actions_[each.name] = action;
+    }
+    if (actions_.contains(QStringLiteral("m_m_search")))
+        actions_[QStringLiteral("m_m_search")]->setShortcut(QKeySequence::Find);
+}
+
+void main_frm::build_status_bar()
+{
+    operator_lbl->setObjectName(QStringLiteral("operator_lbl"));
+    branch_lbl->setObjectName(QStringLiteral("branch_lbl"));
+    engine_lbl->setObjectName(QStringLiteral("engine_lbl"));
+    server_lbl->setObjectName(QStringLiteral("server_lbl"));
+    for (QLabel* each : {operator_lbl, branch_lbl, engine_lbl, server_lbl}) {
+        each->setContentsMargins(8, 0, 8, 0);
+        statusBar()->addPermanentWidget(each);
+    }
+    switch (c_.db_conn.kind()) {
+    case engine::embedded:
+        engine_lbl->setText(QStringLiteral("내장 DB"));
+        break;
+    case engine::postgresql:
+        engine_lbl->setText(QStringLiteral("PostgreSQL %1").arg(c_.server.host));
+        break;
+    case engine::sqlserver:
+        engine_lbl->setText(QStringLiteral("SQL Server %1").arg(c_.server.host));
+        break;
+    }
+    auto* look = new QTimer{this};
+    connect(look, &QTimer::timeout, this, [this] { show_server_state(); });
+    look->start(1000);
+}
+
+void main_frm::show_server_state()
+{
+    const bool up = c_.db_conn.is_up();
+    server_lbl->setText(up ? QStringLiteral("서버 연결됨") : QStringLiteral("서버 연결 끊김"));
+    server_lbl->setForegroundRole(up ? QPalette::WindowText : QPalette::BrightText);
+}
+
+void main_frm::show_operator()
+{
+    operator_lbl->setText(c_.session_name);
+    const rows branch = c_.local_conn.read("select branch_name from branch_code where code_bran='{code}'",
+                                           {{"code", c_.session_branch}});
+    branch_lbl->setText(branch.empty() ? QString{} : branch.front().text("branch_name"));
+    show_server_state();
+}
+
+void main_frm::apply_rights()
+{
+    const QStringList withheld = withheld_from(c_);
+    for (const auto& [name, action] : actions_)
+        action->setEnabled(!withheld.contains(name));
+    for (const auto& [name, menu] : menus_)
+        menu->menuAction()->setEnabled(!withheld.contains(name));
+    const bool can_search = actions_.contains(QStringLiteral("m_m_search")) && c_.session_right1 != 0;
+    workspace_->set_hint(!c_.session_ok  ? QString{}
+                         : can_search ? QStringLiteral("[관리부]-[일반검색] 또는 Ctrl+F로 회원을 찾으십시오.")
+                                      : QStringLiteral("메뉴에서 할 일을 고르십시오."));
+}
+
+bool main_frm::log_in_and_start()
+{
+    c_.current_screen = screen_code::none;
+    const bool fits = QGuiApplication::primaryScreen()->availableGeometry().width() >= width();
+    fits ? showMaximized() : QMainWindow::show();
+    openers_.dialogs.at(QStringLiteral("login_dlg"))(c_, *this, this);
+    QCoreApplication::processEvents();
+    if (!c_.session_ok)
+        return false;
+    // Once, and not again at a later login: rights last as long as the program runs.
+    apply_rights();
+    // A menu that is withheld takes its shortcuts along.
+    if (c_.session_right1 == 0)
+        for (const command& each : commands())
+            if (each.menu == QLatin1String("m_mg") && actions_.contains(each.name))
+                actions_[each.name]->setEnabled(false);
+    guard(c_.say, policy::report, [this] { show_operator(); });
+    return true;
+}
+
+void main_frm::start(const command& what)
+{
+    switch (what.kind) {
+    case command_kind::screen:
+        return open_screen(what.target);
+    case command_kind::screen_search:
+        return ask_after_closing(what.target);
+    case command_kind::dialog:
+        return openers_.dialogs.at(what.target)(c_, *this, this);
+    }
+}
+
+void main_frm::open_screen(const QString& target)
+{
+    if (!dispatch_knows(c_.current_screen))
+        return;
+    workspace_->close_screen();
+    workspace_->show_wait_box();
+    workspace_->open(openers_.screens.at(target)(c_, *this, workspace_));
+}
+
+void main_frm::ask_after_closing(const QString& dialog_name)
+{
+    if (!dispatch_knows(c_.current_screen))
+        return;
+    ask(dialog_name);
+}
+
+void main_frm::show(qint16 code)
+{
+    workspace_->close_screen();
+    workspace_->show_wait_box();
+    workspace_->open(openers_.screens.at(screen_name(code))(c_, *this, workspace_));
+}
+
+void main_frm::ask(const QString& dialog_name)
+{
+    workspace_->close_screen();
+    // Queued: the handler that asks belongs to the screen that has just been closed.
+    QTimer::singleShot(0, this, [this, dialog_name] {
+        guard(c_.say, policy::report, [&] { openers_.dialogs.at(dialog_name)(c_, *this, this); });
+    });
+}
+
+void main_frm::close_screen() { workspace_->close_screen(); }
+
+void main_frm::closeEvent(QCloseEvent* event)
+{
+    close_all_windows();
+    event->accept();
+}
+
+/// Unloads what stands open, the last first. Errors on the way out are nobody's concern any more.
+void main_frm::close_all_windows()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (auto each = windows.rbegin(); each != windows.rend(); ++each)
+        if (*each != this && (*each)->isWindow() && (*each)->isVisible())
+            (*each)->close();
+    workspace_->close_screen();
+}
+
+} // namespace orvo

@@ -1,0 +1,119 @@
+#include "shell/start.h"
+
+#include "client/client.h"
+#include "client/code_mirror.h"
+#include "client/configuration.h"
+#include "shell/main_frm.h"
+#include "ui/patience.h"
+#include "ui/window_prompts.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QLockFile>
+#include <QStandardPaths>
+#include <QStatusBar>
+
+namespace orvo {
+
+namespace {
+
+/// Opens a connection, as often as the operator wants to try. False: he wants to end.
+bool open_patiently(connection& line, prompts& say)
+{
+    while (true) {
+        try {
+            line.open();
+            return true;
+        } catch (const db_failure& failure) {
+            const bool refused = failure.kind() == failure_kind::login_refused;
+            message what{refused ? QStringLiteral("서버에 로그인 할 수 없습니다! 관리자에게 문의하시기 바랍니다!")
+                                 : QStringLiteral("서버에 연결할 수 없습니다!\n인터넷에 연결되어 있는지 확인하고, "
+                                                  "잠시 후에 다시 시도하십시오!"),
+                         refused ? QStringLiteral("로그인 에러") : QStringLiteral("서버연결 에러"), sign::critical};
+            what.details = failure.text();
+            if (!say.ask(what, QStringLiteral("다시 시도"), QStringLiteral("끝내기"), answer::first))
+                return false;
+        }
+    }
+}
+
+bool has_sound_local_file(client& c)
+{
+    try {
+        c.local_conn.open();
+        return is_local_file_sound(c.local_conn);
+    } catch (const db_failure&) {
+        return false;
+    }
+}
+
+} // namespace
+
+bool is_re_execute(const QStringList& arguments)
+{
+    return arguments.join(u' ').trimmed() == QLatin1String("re_execute");
+}
+
+program::program() : say_{std::make_unique<window_prompts>()}, patience_{std::make_unique<patience>(*say_)} {}
+
+program::~program() = default;
+
+bool program::is_first_instance(const QString& folder)
+{
+    // Two programs on one folder would share the copy of the last search. The lock lies with the user's own files, as
+    // the folder may be one that cannot be written.
+    QString place = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (place.isEmpty())
+        place = QDir::tempPath();
+    const QByteArray mark = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha1).toHex().left(16);
+    instance_ = std::make_unique<QLockFile>(QStringLiteral("%1/orvo-%2.lock").arg(place, QLatin1String(mark)));
+    instance_->setStaleLockTime(0);
+    return instance_->tryLock(0) || instance_->error() != QLockFile::LockFailedError;
+}
+
+bool program::start(const QStringList& arguments, const start_steps& steps)
+{
+    const program_folder folder = find_program_folder();
+    if (!is_first_instance(folder.path)) {
+        say_->tell({QStringLiteral("선택하신 프로그램은 이미 실행 중 입니다."), {}, sign::exclamation});
+        return false;
+    }
+    if (!is_re_execute(arguments) && !steps.check_version())
+        return false;
+    try {
+        client_ = std::make_unique<client>(folder, read_server_address(folder), *say_);
+        client_->watch_lines(patience_.get());
+        if (!folder.is_writable)
+            say_->tell({QStringLiteral("프로그램 폴더에 쓸 수 없습니다. 검색 결과와 설정이 저장되지 않습니다.\n%1")
+                            .arg(folder.path),
+                        QStringLiteral("확인"), sign::exclamation});
+        if (!open_connections())
+            return false;
+    } catch (const db_failure& failure) {
+        say_->tell({failure.text(), QStringLiteral("에러"), sign::critical});
+        return false;
+    }
+    window_ = std::make_unique<main_frm>(*client_, all_openers());
+    say_->show_note = [this](const QString& text) { window_->statusBar()->showMessage(text, 10000); };
+    return window_->log_in_and_start();
+}
+
+bool program::open_connections()
+{
+    client& c = *client_;
+    const bool sound = has_sound_local_file(c);
+    if (!sound && !say_->ask({QStringLiteral("로컬 파일 orvo.mdb가 없거나 손상되었습니다. 새로 만들까요?\n"
+                                             "이 파일에는 오래 보관하는 자료가 없습니다."),
+                              QStringLiteral("확인"), sign::exclamation},
+                             QStringLiteral("새로 만들기"), QStringLiteral("끝내기"), answer::first))
+        return false;
+    if (!sound)
+        remake_local_file(c);
+    if (!open_patiently(c.db_conn, *say_) || !open_patiently(c.mail_conn, *say_))
+        return false;
+    if (!sound)
+        sync_codes(c.db_conn, c.local_conn);
+    return true;
+}
+
+} // namespace orvo

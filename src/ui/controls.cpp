@@ -1,0 +1,102 @@
+#include "ui/controls.h"
+
+#include "ui/icons.h"
+#include "ui/theme.h"
+
+#include <QFontMetrics>
+
+namespace orvo {
+
+namespace {
+
+/// Room for that many half-width characters.
+int room_for(const QWidget* field, int characters)
+{
+    return field->fontMetrics().horizontalAdvance(u'0') * characters;
+}
+
+} // namespace
+
+QLineEdit* text_field(const QString& name, int shown, int longest)
+{
+    auto* field = new QLineEdit;
+    field->setObjectName(name);
+    field->setMinimumWidth(room_for(field, shown) + 14);
+    if (longest > 0)
+        field->setMaxLength(longest);
+    return field;
+}
+
+QPushButton* button(const QString& name, const QString& caption, const char* icon_name)
+{
+    auto* made = new QPushButton{caption};
+    made->setObjectName(name);
+    made->setAutoDefault(false);
+    if (icon_name)
+        made->setIcon(icon(icon_name));
+    return made;
+}
+
+QPushButton* primary_button(const QString& name, const QString& caption, const char* icon_name)
+{
+    QPushButton* made = button(name, caption);
+    made->setIcon(icon(icon_name, colours().on_accent));
+    QPalette p = made->palette();
+    p.setColor(QPalette::Button, colours().accent);
+    p.setColor(QPalette::ButtonText, colours().on_accent);
+    made->setPalette(p);
+    made->setDefault(true);
+    return made;
+}
+
+code_list::code_list(const QString& name, int shown)
+{
+    setObjectName(name);
+    setMinimumWidth(room_for(this, shown) + 30);
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    setMaxVisibleItems(20);
+}
+
+void code_list::add(const QString& text, qint64 code) { addItem(text, code); }
+
+void code_list::fill(const rows& from, std::string_view text_column, std::string_view code_column)
+{
+    clear();
+    for (const auto row : from)
+        add(row.text(text_column), row.number(code_column));
+    setCurrentIndex(-1);
+}
+
+QString code_list::code() const { return currentIndex() < 0 ? QString{} : currentData().toString(); }
+
+void code_list::choose_code(qint64 code) { setCurrentIndex(findData(code)); }
+
+void code_list::choose_text(const QString& text) { setCurrentIndex(findText(text, Qt::MatchExactly)); }
+
+code_list* text_list(const QString& name, const QStringList& texts, int shown)
+{
+    auto* list = new code_list{name, shown};
+    list->addItems(texts);
+    list->setCurrentIndex(-1);
+    return list;
+}
+
+QStringList two_digit_texts(int first, int last)
+{
+    QStringList texts;
+    for (int i = first; i <= last; ++i)
+        texts.append(QStringLiteral("%1").arg(i, 2, 10, QLatin1Char{'0'}));
+    return texts;
+}
+
+void make_read_only(QWidget* field)
+{
+    if (auto* text = dynamic_cast<QLineEdit*>(field)) {
+        text->setReadOnly(true);
+        return;
+    }
+    field->setAttribute(Qt::WA_TransparentForMouseEvents);
+    field->setFocusPolicy(Qt::NoFocus);
+}
+
+} // namespace orvo

@@ -1,0 +1,52 @@
+#include "ui/dialog.h"
+
+#include "ui/window_prompts.h"
+
+#include <QBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+
+#include <algorithm>
+
+namespace orvo {
+
+dialog::dialog(const QString& name, client& c, QWidget* over) : QDialog{over}, c_{c}
+{
+    setObjectName(name);
+    setWindowTitle(program_title);
+}
+
+void dialog::lay_out(QLayout* content)
+{
+    auto* box = new QVBoxLayout{this};
+    box->setContentsMargins(rhythm * 2, rhythm * 2, rhythm * 2, rhythm * 2);
+    box->addLayout(content);
+}
+
+void dialog::on_click(QAbstractButton* button, std::function<void()> handler, failures::policy how)
+{
+    failures::on_click(button, c_.say, how, std::move(handler));
+}
+
+void dialog::on_enter(QLineEdit* field, std::function<void()> handler, failures::policy how)
+{
+    fields_with_enter_.push_back(field);
+    connect(field, &QLineEdit::returnPressed, this,
+            [this, how, handler = std::move(handler)] { failures::guard(c_.say, how, handler); });
+}
+
+void dialog::keyPressEvent(QKeyEvent* event)
+{
+    const bool is_enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (is_enter && std::count(fields_with_enter_.begin(), fields_with_enter_.end(), focusWidget()))
+        return;
+    QDialog::keyPressEvent(event);
+}
+
+void dialog::refuse(const message& why, QWidget* field)
+{
+    c_.say.tell(why);
+    field->setFocus(Qt::OtherFocusReason);
+}
+
+} // namespace orvo

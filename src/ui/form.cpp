@@ -1,0 +1,135 @@
+#include "ui/form.h"
+
+#include "ui/theme.h"
+
+#include <QBoxLayout>
+#include <QGridLayout>
+#include <QLabel>
+
+namespace orvo {
+
+namespace {
+
+constexpr int line_height = 26; // of the tallest control, so that forms side by side keep step
+
+QLabel* caption_of(const entry& described)
+{
+    auto* label = new QLabel;
+    if (described.required)
+        label->setText(QStringLiteral("%1 <span style='color:%2'>*</span>")
+                           .arg(described.caption.toHtmlEscaped(), colours().required.name()));
+    else
+        label->setText(described.caption);
+    label->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+    return label;
+}
+
+void name_for_readers(QWidget* control, const QString& caption, int place)
+{
+    if (control->accessibleName().isEmpty())
+        control->setAccessibleName(place == 1 ? caption : QStringLiteral("%1 %2").arg(caption).arg(place));
+}
+
+QLayout* strip(const entry& described, QLabel* label)
+{
+    auto* box = new QHBoxLayout;
+    box->setSpacing(4);
+    int place = 0;
+    for (const entry::piece& piece : described.pieces) {
+        if (const auto* text = std::get_if<const char*>(&piece)) {
+            box->addWidget(new QLabel{QString::fromUtf8(*text)});
+            continue;
+        }
+        QWidget* control = std::get<QWidget*>(piece);
+        name_for_readers(control, described.caption, ++place);
+        if (place == 1)
+            label->setBuddy(control);
+        const bool takes_rest = described.fills && &piece == &described.pieces.back();
+        if (!takes_rest && control->minimumWidth() > 0)
+            control->setFixedWidth(control->minimumWidth());
+        box->addWidget(control, takes_rest ? 1 : 0);
+    }
+    if (!described.fills)
+        box->addStretch();
+    return box;
+}
+
+void add_part(QBoxLayout* to, const part& each, int stretch)
+{
+    if (const auto* widget = std::get_if<QWidget*>(&each))
+        *widget ? to->addWidget(*widget, stretch) : to->addStretch();
+    else
+        to->addLayout(std::get<QLayout*>(each), stretch);
+}
+
+} // namespace
+
+QLayout* form(std::initializer_list<entry> rows)
+{
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(rhythm);
+    grid->setVerticalSpacing(2);
+    grid->setColumnStretch(1, 1);
+    int at = 0;
+    for (const entry& each : rows) {
+        QLabel* label = caption_of(each);
+        grid->setRowMinimumHeight(at, line_height);
+        grid->addWidget(label, at, 0, Qt::AlignLeft | Qt::AlignVCenter);
+        grid->addLayout(strip(each, label), at++, 1);
+    }
+    grid->setRowStretch(at, 1);
+    return grid;
+}
+
+QLayout* beside(std::initializer_list<QLayout*> parts, std::initializer_list<int> shares)
+{
+    auto* box = new QHBoxLayout;
+    box->setSpacing(rhythm * 3);
+    const int* share = shares.begin();
+    for (QLayout* each : parts)
+        box->addLayout(each, share == shares.end() ? 1 : *share++);
+    return box;
+}
+
+QLayout* below(std::initializer_list<part> parts, int filling)
+{
+    auto* box = new QVBoxLayout;
+    box->setSpacing(rhythm);
+    int at = 0;
+    for (const part& each : parts)
+        add_part(box, each, at++ == filling ? 1 : 0);
+    return box;
+}
+
+QLayout* line(std::initializer_list<part> parts)
+{
+    auto* box = new QHBoxLayout;
+    box->setSpacing(rhythm);
+    for (const part& each : parts)
+        add_part(box, each, 0);
+    return box;
+}
+
+QLabel* heading(const QString& text)
+{
+    auto* title = new QLabel{text};
+    QFont face = title->font();
+    face.setWeight(QFont::DemiBold);
+    title->setFont(face);
+    return title;
+}
+
+QWidget* group(const QString& name, const QString& title, QLayout* content)
+{
+    auto* made = new QWidget;
+    made->setObjectName(name);
+    auto* box = new QVBoxLayout{made};
+    box->setContentsMargins(0, 0, 0, 0);
+    box->setSpacing(rhythm / 2);
+    box->addWidget(heading(title));
+    box->addLayout(content, 1);
+    made->setAccessibleName(title);
+    return made;
+}
+
+} // namespace orvo

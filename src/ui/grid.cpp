@@ -1,0 +1,227 @@
+#include "ui/grid.h"
+
+#include "base/amount.h"
+#include "ui/theme.h"
+
+#include <QAbstractTableModel>
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QSettings>
+
+#include <algorithm>
+
+namespace orvo {
+
+class grid::model : public QAbstractTableModel {
+public:
+    explicit model(std::vector<grid_column> columns) : columns_{std::move(columns)} {}
+
+    void fill(std::vector<grid_row> filled)
+    {
+        beginResetModel();
+        rows_ = std::move(filled);
+        endResetModel();
+    }
+
+    const std::vector<grid_row>& filled() const { return rows_; }
+
+    int rowCount(const QModelIndex& parent) const override
+    {
+        return parent.isValid() ? 0 : static_cast<int>(rows_.size()) + 1;
+    }
+    int columnCount(const QModelIndex& parent) const override
+    {
+        return parent.isValid() ? 0 : static_cast<int>(columns_.size());
+    }
+
+    QVariant data(const QModelIndex& at, int role) const override
+    {
+        const auto column = static_cast<std::size_t>(at.column());
+        if (role == Qt::TextAlignmentRole)
+            return QVariant{(columns_[column].is_number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter};
+        if (at.row() >= static_cast<int>(rows_.size()))
+            return {};
+        const grid_row& row = rows_[static_cast<std::size_t>(at.row())];
+        if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+            return row.cells.value(at.column());
+        return role == Qt::UserRole ? row.key : QVariant{};
+    }
+
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
+    {
+        if (orientation == Qt::Vertical)
+            return {};
+        const grid_column& column = columns_[static_cast<std::size_t>(section)];
+        if (role == Qt::DisplayRole)
+            return column.caption;
+        if (role == Qt::TextAlignmentRole)
+            return QVariant{(column.is_number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter};
+        return {};
+    }
+
+    void sort(int column, Qt::SortOrder order) override
+    {
+        if (column < 0)
+            return;
+        const bool by_number = columns_[static_cast<std::size_t>(column)].is_number;
+        const auto less = [&](const grid_row& one, const grid_row& other) {
+            const QString a = one.cells.value(column);
+            const QString b = other.cells.value(column);
+            return by_number ? value_of(a) < value_of(b) : a.localeAwareCompare(b) < 0;
+        };
+        Q_EMIT layoutAboutToBeChanged();
+        std::vector<std::size_t> order_of(rows_.size());
+        for (std::size_t i = 0; i < order_of.size(); ++i)
+            order_of[i] = i;
+        std::stable_sort(order_of.begin(), order_of.end(), [&](std::size_t a, std::size_t b) {
+            return order == Qt::AscendingOrder ? less(rows_[a], rows_[b]) : less(rows_[b], rows_[a]);
+        });
+        move_rows(order_of);
+        Q_EMIT layoutChanged();
+    }
+
+private:
+    std::vector<grid_column> columns_;
+    std::vector<grid_row> rows_;
+
+    static qint64 value_of(QString shown) { return whole_part(shown.remove(u',')); }
+
+    /// The choice follows its row; the empty row stays where it is.
+    void move_rows(const std::vector<std::size_t>& order_of)
+    {
+        std::vector<grid_row> sorted;
+        std::vector<int> place(rows_.size() + 1, static_cast<int>(rows_.size()));
+        for (std::size_t old : order_of) {
+            place[old] = static_cast<int>(sorted.size());
+            sorted.push_back(std::move(rows_[old]));
+        }
+        rows_ = std::move(sorted);
+        for (const QModelIndex& each : persistentIndexList())
+            changePersistentIndex(each, index(place[static_cast<std::size_t>(each.row())], each.column()));
+    }
+};
+
+grid::grid(const QString& name, std::vector<grid_column> columns, QSettings& settings)
+    : model_{new model{columns}}, settings_{settings}
+{
+    setObjectName(name);
+    model_->setParent(this);
+    setModel(model_);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setAlternatingRowColors(true);
+    setShowGrid(false);
+    setWordWrap(false);
+    setTabKeyNavigation(false);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    verticalHeader()->hide();
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    horizontalHeader()->setHighlightSections(false);
+    setSortingEnabled(true);
+    horizontalHeader()->setSortIndicatorClearable(false);
+    restore_widths(columns);
+    fill({});
+}
+
+void grid::restore_widths(const std::vector<grid_column>& columns)
+{
+    const QString key = QStringLiteral("widths/") + objectName();
+    const QVariantList kept = settings_.value(key).toList();
+    const bool is_kept = kept.size() == static_cast<int>(columns.size());
+    for (int i = 0; i < static_cast<int>(columns.size()); ++i) {
+        const grid_column& each = columns[static_cast<std::size_t>(i)];
+        setColumnWidth(i, is_kept ? kept[i].toInt() : each.width);
+        if (each.fills)
+            horizontalHeader()->setSectionResizeMode(i, QHeaderView::Stretch);
+    }
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this, key](int section) {
+        const bool by_hand = QApplication::mouseButtons() != Qt::NoButton;
+        if (!by_hand || horizontalHeader()->sectionResizeMode(section) == QHeaderView::Stretch)
+            return;
+        QVariantList widths;
+        for (int i = 0; i < model_->columnCount({}); ++i)
+            widths.append(columnWidth(i));
+        settings_.setValue(key, widths);
+    });
+}
+
+void grid::fill(std::vector<grid_row> filled)
+{
+    // An order that outlived its rows would mislead: the newest row is looked for where it always was.
+    horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+    model_->fill(std::move(filled));
+}
+
+int grid::filled_rows() const { return static_cast<int>(model_->filled().size()); }
+
+bool grid::is_filled(int at) const { return at >= 0 && at < filled_rows() && !cell(at, 0).isEmpty(); }
+
+int grid::chosen_row() const
+{
+    const int at = selectionModel()->hasSelection() ? currentIndex().row() : -1;
+    return at < filled_rows() ? at : -1;
+}
+
+QString grid::cell(int at, int column) const
+{
+    return model_->filled()[static_cast<std::size_t>(at)].cells.value(column);
+}
+
+QVariant grid::key(int at) const { return model_->filled()[static_cast<std::size_t>(at)].key; }
+
+void grid::on_row(std::function<void(int)> chosen)
+{
+    connect(this, &QTableView::clicked, this, [chosen](const QModelIndex& at) { chosen(at.row()); });
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this, chosen](const QModelIndex& at, const QModelIndex& before) {
+                const bool by_key = QApplication::mouseButtons() == Qt::NoButton && hasFocus();
+                if (at.isValid() && before.isValid() && by_key && at.row() < filled_rows())
+                    chosen(at.row());
+            });
+}
+
+void grid::copy_chosen() const
+{
+    QModelIndexList chosen = selectionModel()->selectedRows();
+    std::sort(chosen.begin(), chosen.end());
+    QStringList lines;
+    for (const QModelIndex& each : chosen)
+        if (each.row() < filled_rows())
+            lines.append(model_->filled()[static_cast<std::size_t>(each.row())].cells.join(u'\t'));
+    if (!lines.isEmpty())
+        QApplication::clipboard()->setText(lines.join(u'\n'));
+}
+
+void grid::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy))
+        return copy_chosen();
+    QTableView::keyPressEvent(event);
+}
+
+void grid::contextMenuEvent(QContextMenuEvent* event)
+{
+    QMenu menu;
+    menu.addAction(QStringLiteral("복사(&C)"), QKeySequence::Copy, this, [this] { copy_chosen(); });
+    menu.exec(event->globalPos());
+}
+
+void grid::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    if (filled_rows() > 0 || empty_text_.isEmpty())
+        return;
+    QPainter painter{viewport()};
+    painter.setPen(colours().quiet_text);
+    const int first = rowHeight(0);
+    painter.drawText(viewport()->rect().adjusted(8, first, -8, 0),
+                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, empty_text_);
+}
+
+} // namespace orvo

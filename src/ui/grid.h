@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QTableView>
+#include <QVariant>
+
+#include <functional>
+#include <vector>
+
+class QSettings;
+
+namespace orvo {
+
+struct grid_column {
+    QString caption;
+    int width = 80; ///< pixels at 100 %
+    bool is_number = false; ///< right-aligned, and sorted by value
+    bool fills = false;     ///< takes the width that is left; one column of a grid does
+};
+
+/// The read-only table of the screens: captions, the rows, and one row that stays empty below them, on which operators
+/// click to say "none". A row's key stays with the row however the rows are sorted. Ctrl+C copies the chosen rows, a
+/// click on a caption sorts, widths that the operator sets are kept under the grid's name.
+class grid : public QTableView {
+public:
+    struct grid_row {
+        QStringList cells;
+        QVariant key = {};
+    };
+
+    grid(const QString& name, std::vector<grid_column> columns, QSettings& settings);
+
+    /// Replaces all rows. What was chosen is chosen no more, and the sorting is the given order again.
+    void fill(std::vector<grid_row> filled);
+    void clear_rows() { fill({}); }
+
+    int filled_rows() const;
+    /// The row that the operator stands on; -1 for none or for the empty one.
+    int chosen_row() const;
+    bool is_filled(int at) const;
+    QString cell(int at, int column) const;
+    QVariant key(int at) const;
+
+    /// Called for a click on a row and for a move onto it by key, the empty row included.
+    void on_row(std::function<void(int)> chosen);
+    /// Said in place of the rows while there are none.
+    void set_empty_text(const QString& text) { empty_text_ = text; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    class model;
+
+    model* model_;
+    QSettings& settings_;
+    QString empty_text_;
+
+    void copy_chosen() const;
+    void restore_widths(const std::vector<grid_column>& columns);
+};
+
+} // namespace orvo

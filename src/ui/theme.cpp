@@ -1,0 +1,82 @@
+#include "ui/theme.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QLibraryInfo>
+#include <QPalette>
+#include <QStyleFactory>
+#include <QTranslator>
+
+namespace orvo {
+
+namespace {
+
+struct shade_table {
+    QRgb window, base, zebra, button, text, quiet, line, accent, on_accent, selection, on_selection, required;
+};
+
+constexpr shade_table light_shades{0xfff5f6f8, 0xffffffff, 0xfff4f7fb, 0xfffafbfc, 0xff1d2733, 0xff667282,
+                                   0xffc9d0d9, 0xff1f6f8b, 0xffffffff, 0xffcfe6ee, 0xff10222b, 0xffc0392b};
+constexpr shade_table dark_shades{0xff20252b, 0xff181c21, 0xff1e2329, 0xff2b3138, 0xffe4e8ec, 0xff9aa5b1,
+                                  0xff3d454e, 0xff58b0cc, 0xff0d1a20, 0xff23485a, 0xfff2f8fb, 0xffff8a7a};
+
+theme_colours current;
+
+QPalette palette_of(const shade_table& s)
+{
+    QPalette p;
+    p.setColor(QPalette::Window, QColor{s.window});
+    p.setColor(QPalette::WindowText, QColor{s.text});
+    p.setColor(QPalette::Base, QColor{s.base});
+    p.setColor(QPalette::AlternateBase, QColor{s.zebra});
+    p.setColor(QPalette::Text, QColor{s.text});
+    p.setColor(QPalette::PlaceholderText, QColor{s.quiet});
+    p.setColor(QPalette::Button, QColor{s.button});
+    p.setColor(QPalette::ButtonText, QColor{s.text});
+    p.setColor(QPalette::BrightText, QColor{s.required});
+    p.setColor(QPalette::ToolTipBase, QColor{s.base});
+    p.setColor(QPalette::ToolTipText, QColor{s.text});
+    p.setColor(QPalette::Highlight, QColor{s.selection});
+    p.setColor(QPalette::HighlightedText, QColor{s.on_selection});
+    p.setColor(QPalette::Link, QColor{s.accent});
+    p.setColor(QPalette::Mid, QColor{s.line});
+    p.setColor(QPalette::Midlight, QColor{s.line}.lighter(110));
+    p.setColor(QPalette::Dark, QColor{s.line}.darker(120));
+    p.setColor(QPalette::Light, QColor{s.base});
+    p.setColor(QPalette::Shadow, QColor{s.line}.darker(150));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        p.setColor(QPalette::Disabled, role, QColor{s.quiet});
+    return p;
+}
+
+} // namespace
+
+shade preferred_shade()
+{
+    const QString named = qEnvironmentVariable("ORVO_THEME");
+    if (named == QLatin1String("dark"))
+        return shade::dark;
+    if (named == QLatin1String("light"))
+        return shade::light;
+    return QApplication::palette().color(QPalette::Window).lightness() < 128 ? shade::dark : shade::light;
+}
+
+void apply_theme(QApplication& app, shade which)
+{
+    const shade_table& s = which == shade::dark ? dark_shades : light_shades;
+    current = {QColor{s.accent}, QColor{s.on_accent}, QColor{s.quiet}, QColor{s.required}};
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(palette_of(s));
+    // One face for all Korean text; the second has the rare Hanja that the first lacks.
+    QFont font;
+    font.setFamilies({QStringLiteral("NanumGothic"), QStringLiteral("Noto Sans CJK KR")});
+    font.setPointSizeF(9);
+    QApplication::setFont(font);
+    auto* words = new QTranslator{&app};
+    if (words->load(QStringLiteral("qtbase_ko"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(words);
+}
+
+const theme_colours& colours() { return current; }
+
+} // namespace orvo

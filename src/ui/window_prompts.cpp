@@ -1,0 +1,64 @@
+#include "ui/window_prompts.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+namespace orvo {
+
+namespace {
+
+QMessageBox::Icon icon_of(sign which)
+{
+    switch (which) {
+    case sign::information:
+        return QMessageBox::Information;
+    case sign::exclamation:
+        return QMessageBox::Warning;
+    case sign::critical:
+        return QMessageBox::Critical;
+    case sign::none:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+void dress(QMessageBox& box, const message& what)
+{
+    box.setObjectName(QStringLiteral("message_box"));
+    box.setTextFormat(Qt::PlainText);
+    box.setIcon(icon_of(what.icon));
+    box.setWindowTitle(what.title.isEmpty() ? program_title : what.title);
+    box.setText(what.text);
+    if (!what.details.isEmpty())
+        box.setDetailedText(what.details);
+}
+
+} // namespace
+
+void window_prompts::tell(const message& what)
+{
+    QMessageBox box{QApplication::activeWindow()};
+    dress(box, what);
+    box.addButton(QMessageBox::Ok);
+    box.exec();
+}
+
+bool window_prompts::ask(const message& what, const QString& first, const QString& second, answer usual)
+{
+    QMessageBox box{QApplication::activeWindow()};
+    dress(box, what);
+    QPushButton* yes = box.addButton(first, QMessageBox::AcceptRole);
+    QPushButton* no = box.addButton(second, QMessageBox::RejectRole);
+    box.setDefaultButton(usual == answer::first ? yes : no);
+    box.setEscapeButton(no);
+    box.exec();
+    return box.clickedButton() == yes;
+}
+
+void window_prompts::note(const QString& text)
+{
+    if (show_note)
+        show_note(text);
+}
+
+} // namespace orvo

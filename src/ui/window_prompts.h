@@ -1,0 +1,22 @@
+#pragma once
+
+#include "client/prompts.h"
+
+#include <functional>
+
+namespace orvo {
+
+inline const QString program_title = QStringLiteral("오르보협회 회원관리 프로그램");
+
+/// The boxes of the running program.
+class window_prompts : public prompts {
+public:
+    void tell(const message& what) override;
+    bool ask(const message& what, const QString& first, const QString& second, answer usual) override;
+    void note(const QString& text) override;
+
+    /// Where notes are shown; the main window sets it while it stands.
+    std::function<void(const QString&)> show_note;
+};
+
+} // namespace orvo
