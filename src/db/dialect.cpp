@@ -100,7 +100,7 @@ private:
     {
         return at_ >= 2 && statement_.what() != verb::insert && tokens_[at_ - 1].is == token::kind::sign &&
                std::string_view{"=<><=>="}.find(tokens_[at_ - 1].text) != std::string_view::npos &&
-               tokens_[at_ - 2].is == token::kind::word && !statement_.operand_is_number(at_ - 2);
+               tokens_[at_ - 2].is == token::kind::word && is_text(tokens_[at_ - 2].text);
     }
 
     void write_literal(const token& t)

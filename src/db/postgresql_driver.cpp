@@ -49,6 +49,25 @@ bool ends_line(std::string_view state)
     return state == "57P01" || state == "57P02" || state == "57P03";
 }
 
+/// One row in the text form of COPY.
+void append_copy_line(std::string& lines, const std::vector<cell>& row)
+{
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        if (i > 0)
+            lines += '\t';
+        if (row[i].is == cell::kind::number) {
+            lines += std::to_string(row[i].number);
+            continue;
+        }
+        for (char c : row[i].text) {
+            if (c == '\t' || c == '\n' || c == '\r' || c == '\\')
+                lines += '\\';
+            lines += c == '\t' ? 't' : c == '\n' ? 'n' : c == '\r' ? 'r' : c;
+        }
+    }
+    lines += '\n';
+}
+
 class postgresql_driver : public driver {
 public:
     postgresql_driver(server_address server, database where) : server_{std::move(server)}, where_{where} {}
@@ -83,6 +102,7 @@ private:
     const std::string& prepared(const ready_statement& text, const tick& waiting);
     void send(const ready_statement& text, const std::vector<const char*>& fields, const tick& waiting);
     qint64 collect(row_sink* sink, const tick& waiting);
+    void put_copy_data(std::string& lines, const tick& waiting);
     bool hand_on(const PGresult* result, row_sink& sink, bool& begun, std::vector<cell>& row);
 };
 
@@ -373,46 +393,47 @@ void postgresql_driver::direct(const std::string& sql)
 void postgresql_driver::load(std::string_view table, const std::vector<std::string_view>& columns,
                              const std::function<bool(std::vector<cell>&)>& next)
 {
+    const tick patient = [] { return true; };
     std::string names;
     for (std::string_view column : columns)
         names.append(names.empty() ? "" : ",").append(column);
     expect_line();
-    PQsetnonblocking(line_, 0);
-    const std::string copy = "copy " + std::string{table} + " (" + names + ") from stdin";
-    const result_handle started{PQexec(line_, copy.c_str())};
-    if (PQresultStatus(started.get()) != PGRES_COPY_IN)
+    sent(PQsendQuery(line_, ("copy " + std::string{table} + " (" + names + ") from stdin").c_str()));
+    flush(patient);
+    const result_handle started = next_result(patient);
+    if (PQresultStatus(started.get()) != PGRES_COPY_IN) {
+        finish(patient);
         fail(started.get());
-    std::string lines;
-    std::vector<cell> row;
-    const auto put = [&] {
-        sent(PQputCopyData(line_, lines.data(), static_cast<int>(lines.size())) == 1);
-        lines.clear();
-    };
-    while (row.clear(), next(row)) {
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            if (i > 0)
-                lines += '\t';
-            if (row[i].is == cell::kind::number) {
-                lines += std::to_string(row[i].number);
-                continue;
-            }
-            for (char c : row[i].text) {
-                if (c == '\t' || c == '\n' || c == '\r' || c == '\\')
-                    lines += '\\';
-                lines += c == '\t' ? 't' : c == '\n' ? 'n' : c == '\r' ? 'r' : c;
-            }
-        }
-        lines += '\n';
-        if (lines.size() > 1 << 16)
-            put();
     }
-    put();
+    try {
+        std::string lines;
+        std::vector<cell> row;
+        while (row.clear(), next(row)) {
+            append_copy_line(lines, row);
+            if (lines.size() > 1 << 16)
+                put_copy_data(lines, patient);
+        }
+        put_copy_data(lines, patient);
+    } catch (...) {
+        // What was sent is given up, and the line is free for the next statement.
+        PQputCopyEnd(line_, "given up");
+        finish(patient);
+        throw;
+    }
     sent(PQputCopyEnd(line_, nullptr) == 1);
-    const result_handle ended{PQgetResult(line_)};
-    if (PQresultStatus(ended.get()) != PGRES_COMMAND_OK)
-        fail(ended.get());
-    finish([] { return true; });
-    PQsetnonblocking(line_, 1);
+    flush(patient);
+    collect(nullptr, patient);
+}
+
+void postgresql_driver::put_copy_data(std::string& lines, const tick& waiting)
+{
+    int taken = 0;
+    while ((taken = PQputCopyData(line_, lines.data(), static_cast<int>(lines.size()))) == 0)
+        flush(waiting); // its buffer is full until the server has read some of it
+    if (taken < 0)
+        fail(nullptr);
+    flush(waiting);
+    lines.clear();
 }
 
 } // namespace

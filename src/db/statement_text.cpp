@@ -58,7 +58,7 @@ private:
             return {token::kind::word, take_while(continues_word), {}, false};
         if (is_digit(c))
             return {token::kind::number, take_while(is_digit), {}, false};
-        static constexpr std::array<std::string_view, 4> pairs{"<>", "<=", ">=", "!="};
+        static constexpr std::array<std::string_view, 5> pairs{"<>", "<=", ">=", "!=", "||"};
         const std::size_t size = std::count(pairs.begin(), pairs.end(), text_.substr(at_, 2)) ? 2 : 1;
         at_ += size;
         return {token::kind::sign, std::string{text_.substr(at_ - size, size)}, {}, false};

@@ -30,7 +30,7 @@ void dialog::on_click(QAbstractButton* button, std::function<void()> handler, fa
 
 void dialog::on_enter(QLineEdit* field, std::function<void()> handler, failures::policy how)
 {
-    fields_with_enter_.push_back(field);
+    keep_enter(field);
     connect(field, &QLineEdit::returnPressed, this,
             [this, how, handler = std::move(handler)] { failures::guard(c_.say, how, handler); });
 }

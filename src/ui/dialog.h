@@ -23,9 +23,11 @@ protected:
     void lay_out(QLayout* content);
     void on_click(QAbstractButton* button, std::function<void()> handler,
                   failures::policy how = failures::policy::report);
-    /// Enter in a field, under the same policies. It does not press the main button as well.
+    /// Enter in a field, under the same policies.
     void on_enter(QLineEdit* field, std::function<void()> handler,
                   failures::policy how = failures::policy::report);
+    /// Enter in that widget is its own affair, and not the main button's.
+    void keep_enter(QWidget* field) { fields_with_enter_.push_back(field); }
     /// Shows the refusal and leads to the field that it is about.
     void refuse(const message& why, QWidget* field);
 

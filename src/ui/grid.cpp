@@ -177,13 +177,8 @@ QVariant grid::key(int at) const { return model_->filled()[static_cast<std::size
 
 void grid::on_row(std::function<void(int)> chosen)
 {
-    connect(this, &QTableView::clicked, this, [chosen](const QModelIndex& at) { chosen(at.row()); });
-    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this, chosen](const QModelIndex& at, const QModelIndex& before) {
-                const bool by_key = QApplication::mouseButtons() == Qt::NoButton && hasFocus();
-                if (at.isValid() && before.isValid() && by_key && at.row() < filled_rows())
-                    chosen(at.row());
-            });
+    chosen_ = std::move(chosen);
+    connect(this, &QTableView::clicked, this, [this](const QModelIndex& at) { chosen_(at.row()); });
 }
 
 void grid::copy_chosen() const
@@ -202,7 +197,16 @@ void grid::keyPressEvent(QKeyEvent* event)
 {
     if (event->matches(QKeySequence::Copy))
         return copy_chosen();
-    QTableView::keyPressEvent(event);
+    const bool is_enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const int before = chosen_row();
+    // A table that got the focus by key stands on its first row without having chosen it.
+    if (event->key() == Qt::Key_Down && before < 0 && filled_rows() > 0)
+        selectRow(0);
+    else
+        QTableView::keyPressEvent(event);
+    const int now = chosen_row();
+    if (chosen_ && now >= 0 && (now != before || is_enter))
+        chosen_(now);
 }
 
 void grid::contextMenuEvent(QContextMenuEvent* event)

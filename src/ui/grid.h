@@ -42,7 +42,7 @@ public:
     QString cell(int at, int column) const;
     QVariant key(int at) const;
 
-    /// Called for a click on a row and for a move onto it by key, the empty row included.
+    /// Called for a click on a row, the empty one included, and for a move onto a filled row or Enter on it.
     void on_row(std::function<void(int)> chosen);
     /// Said in place of the rows while there are none.
     void set_empty_text(const QString& text) { empty_text_ = text; }
@@ -58,6 +58,7 @@ private:
     model* model_;
     QSettings& settings_;
     QString empty_text_;
+    std::function<void(int)> chosen_;
 
     void copy_chosen() const;
     void restore_widths(const std::vector<grid_column>& columns);

@@ -4,7 +4,8 @@
 
 #include <algorithm>
 #include <array>
-#include <unordered_set>
+#include <optional>
+#include <unordered_map>
 
 namespace orvo {
 
@@ -37,17 +38,21 @@ struct equal_without_case {
     bool operator()(std::string_view one, std::string_view other) const { return same(one, other); }
 };
 
-using name_set = std::unordered_set<std::string_view, hash_without_case, equal_without_case>;
+using type_map = std::unordered_map<std::string_view, column_type, hash_without_case, equal_without_case>;
 
-name_set number_columns()
+/// The type of every column by its name; nothing for a name that no table has.
+std::optional<column_type> type_of(std::string_view column_name)
 {
-    name_set names;
-    for (const database each : all_databases)
-        for (const table& one : tables_of(each))
-            for (const column& field : one.columns)
-                if (field.type != column_type::text)
-                    names.insert(field.name);
-    return names;
+    static const type_map types = [] {
+        type_map all;
+        for (const database each : all_databases)
+            for (const table& one : tables_of(each))
+                for (const column& field : one.columns)
+                    all.emplace(field.name, field.type);
+        return all;
+    }();
+    const auto found = types.find(column_name);
+    return found == types.end() ? std::nullopt : std::optional{found->second};
 }
 
 } // namespace
@@ -87,9 +92,11 @@ const std::vector<std::string_view>& mirrored_tables()
 
 bool is_number(std::string_view column_name)
 {
-    static const name_set names = number_columns();
-    return names.contains(column_name);
+    const auto type = type_of(column_name);
+    return type && *type != column_type::text;
 }
+
+bool is_text(std::string_view column_name) { return type_of(column_name) == column_type::text; }
 
 int width_of(std::string_view table_name, std::string_view column_name)
 {

@@ -45,6 +45,8 @@ const std::vector<std::string_view>& mirrored_tables();
 
 /// Whether a column of that name holds numbers. Types go by name, once for the whole schema.
 bool is_number(std::string_view column_name);
+/// Whether a column of that name holds text. Neither is so of a name that no table has.
+bool is_text(std::string_view column_name);
 
 /// The number of characters that a text column holds; 0 where there is no such column.
 int width_of(std::string_view table_name, std::string_view column_name);

@@ -12,6 +12,9 @@
 #include <QLabel>
 #include <QShortcut>
 
+#include <algorithm>
+#include <array>
+
 namespace orvo {
 
 namespace {
@@ -62,9 +65,13 @@ manager_main_frm::manager_main_frm(client& c, desk& at, QWidget* over)
     con_txt->setAlignment(Qt::AlignTop);
     con_txt->setTextInteractionFlags(Qt::TextSelectableByMouse);
     dues_h_grd->set_empty_text(QStringLiteral("등록된 회비가 없습니다."));
-    dues_b_grd->set_empty_text(QStringLiteral("회비년도를 선택하면 입금 내역이 보입니다."));
     com_grd->set_empty_text(QStringLiteral("등록된 근무처가 없습니다."));
     contract_grd->set_empty_text(QStringLiteral("약정 입금 내역이 없습니다."));
+    custom_lst->setAccessibleName(QStringLiteral("회원리스트"));
+    dues_h_grd->setAccessibleName(QStringLiteral("회비현황"));
+    dues_b_grd->setAccessibleName(QStringLiteral("회비 입금 내역"));
+    com_grd->setAccessibleName(QStringLiteral("근무처현황"));
+    contract_grd->setAccessibleName(QStringLiteral("약정 입금 내역"));
     arrange();
     attach();
     show_member_page(1);
@@ -108,22 +115,18 @@ void manager_main_frm::attach()
     on_click(search_im, [this] { desk_.ask(QStringLiteral("search_dlg")); });
     on_click(pre_img, [this] { turn_page(-1); });
     on_click(next_img, [this] { turn_page(1); });
-    connect(custom_lst, &QListWidget::itemClicked, this, [this] { click_member(custom_lst->currentRow()); });
-    connect(custom_lst, &QListWidget::currentRowChanged, this, [this](int row) {
-        const bool by_key = custom_lst->hasFocus() && QApplication::mouseButtons() == Qt::NoButton;
-        if (row >= 0 && by_key)
-            click_member(row);
-    });
+    custom_lst->on_row([this](int row) { click_member(row); });
     dues_h_grd->on_row([this](int row) { guard([this, row] { click_dues_year(row); }); });
     auto* again = new QShortcut{QKeySequence{Qt::Key_F5}, this};
     connect(again, &QShortcut::activated, this, [this] { guard([this] { refresh(); }); });
+    auto* onward = new QShortcut{QKeySequence{Qt::Key_F6}, this};
+    connect(onward, &QShortcut::activated, this, [this] { go_to_next_panel(); });
 }
 
 void manager_main_frm::show_member_page(int page)
 {
     page_ = page;
     page_txt->setText(QStringLiteral("총 %1 페이지 중\n현재 %2 페이지").arg(pages_.page_count()).arg(page_));
-    const QSignalBlocker quiet{custom_lst};
     custom_lst->fill(pages_.page(page_));
 }
 
@@ -164,10 +167,7 @@ void manager_main_frm::open_member(const QString& pers_no)
     if (page == 0)
         return;
     show_member_page(page);
-    {
-        const QSignalBlocker quiet{custom_lst};
-        custom_lst->setCurrentRow(custom_lst->row_of(pers_no));
-    }
+    custom_lst->setCurrentRow(custom_lst->row_of(pers_no));
     show_member(pers_no);
 }
 
@@ -182,6 +182,7 @@ void manager_main_frm::click_dues_year(int row)
 
 void manager_main_frm::show_dues()
 {
+    dues_b_grd->set_empty_text(QStringLiteral("회비년도를 선택하면 입금 내역이 보입니다."));
     dues_b_grd->clear_rows();
     fill(dues_h_grd, dues_years(c_.db_conn, c_.selected_pers_no));
 }
@@ -189,6 +190,7 @@ void manager_main_frm::show_dues()
 void manager_main_frm::show_dues_lines()
 {
     const int year = dues_h_grd->chosen_row();
+    dues_b_grd->set_empty_text(QStringLiteral("이 년도에 입금 내역이 없습니다."));
     fill(dues_b_grd, year < 0 ? std::vector<panel_row>{}
                               : dues_lines(c_.db_conn, c_.selected_pers_no, dues_h_grd->cell(year, 0)));
 }
@@ -201,6 +203,15 @@ void manager_main_frm::show_contract()
 }
 
 void manager_main_frm::show_company() { fill(com_grd, workplaces(c_.db_conn, c_.selected_pers_no)); }
+
+/// From the list to the panels and round again, past the many fields between them.
+void manager_main_frm::go_to_next_panel()
+{
+    const std::array<QWidget*, 5> round{custom_lst, dues_h_grd, dues_b_grd, com_grd, contract_grd};
+    const auto here = std::find_if(round.begin(), round.end(), [](QWidget* each) { return each->hasFocus(); });
+    const bool at_end = here == round.end() || std::next(here) == round.end();
+    (at_end ? round.front() : *std::next(here))->setFocus(Qt::TabFocusReason);
+}
 
 void manager_main_frm::refresh()
 {

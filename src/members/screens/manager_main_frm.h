@@ -43,6 +43,7 @@ private:
     void show_member(const QString& pers_no);
     void open_member(const QString& pers_no);
     void click_dues_year(int row);
+    void go_to_next_panel();
     void refresh();
 };
 

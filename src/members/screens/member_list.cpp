@@ -63,6 +63,26 @@ int member_list::row_of(const QString& pers_no) const
     return -1;
 }
 
+void member_list::on_row(std::function<void(int)> chosen)
+{
+    chosen_ = std::move(chosen);
+    connect(this, &QListWidget::itemClicked, this, [this] { chosen_(currentRow()); });
+}
+
+void member_list::keyPressEvent(QKeyEvent* event)
+{
+    const int before = chosen_row();
+    // A list that got the focus by key stands on its first row without having chosen it.
+    if (event->key() == Qt::Key_Down && before < 0 && count() > 0)
+        setCurrentRow(0);
+    else
+        QListWidget::keyPressEvent(event);
+    const bool is_enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const int now = chosen_row();
+    if (now >= 0 && (now != before || is_enter))
+        chosen_(now);
+}
+
 void member_list::paintEvent(QPaintEvent* event)
 {
     QListWidget::paintEvent(event);

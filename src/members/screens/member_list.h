@@ -4,6 +4,8 @@
 
 #include <QListWidget>
 
+#include <functional>
+
 namespace orvo {
 
 /// One page of members: the name, and in a quiet tone the birth date that tells namesakes apart. The resident number
@@ -16,9 +18,17 @@ public:
     QString pers_no_of(int at) const;
     /// The row of a member; -1 where he is not on this page.
     int row_of(const QString& pers_no) const;
+    /// Called for a click on a row, a move onto it by key, and Enter on it.
+    void on_row(std::function<void(int)> chosen);
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    std::function<void(int)> chosen_;
+
+    int chosen_row() const { return selectedItems().isEmpty() ? -1 : currentRow(); }
 };
 
 } // namespace orvo

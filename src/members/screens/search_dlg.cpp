@@ -103,6 +103,10 @@ search_dlg::search_dlg(client& c, desk& at, QWidget* over)
         const QString pers_no = chosen->data(Qt::UserRole).toString();
         failures::guard(c_.say, failures::policy::report, [this, pers_no] { search_again_for(pers_no); });
     });
+    keep_enter(word_lst);
+    keep_enter(member_lst);
+    word_lst->setAccessibleName(QStringLiteral("최근 검색어"));
+    member_lst->setAccessibleName(QStringLiteral("최근에 연 회원"));
     failures::guard(c_.say, failures::policy::report, [this] {
         show_recent_words();
         show_recent_members();

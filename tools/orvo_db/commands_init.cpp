@@ -1,0 +1,70 @@
+#include "orvo_db/command.h"
+#include "setup/missing_tables.h"
+
+namespace orvo::tool {
+
+namespace {
+
+const QString create_databases = QStringLiteral("create-databases");
+
+void describe(QCommandLineParser& line)
+{
+    line.addOption(
+        {create_databases, QStringLiteral("Make the databases themselves too (postgresql only).")});
+}
+
+/// In double quotes, as names of the server's own are.
+std::string quoted(const QString& name)
+{
+    return "\"" + QString{name}.replace(QLatin1Char('"'), QStringLiteral("\"\"")).toStdString() + "\"";
+}
+
+void make_databases(const context& in)
+{
+    if (in.server.kind != engine::postgresql)
+        throw usage_error{"--create-databases is for the engine postgresql"};
+    context maintenance = in;
+    maintenance.server.name = QStringLiteral("postgres");
+    connection server = maintenance.open(database::server);
+    for (const QString& name : {in.server.name, in.server.mail_name}) {
+        if (server.number("select count(*) as cnt from pg_database where datname='{name}'",
+                          {{"name", name}}) > 0) {
+            note("the database " + name.toStdString() + " is there already");
+            continue;
+        }
+        // Names are then ordered as on the embedded engine, on every server.
+        server.direct("create database " + quoted(name) +
+                      " encoding 'UTF8' lc_collate 'C' lc_ctype 'C' template template0");
+        note("made the database " + name.toStdString());
+    }
+}
+
+void run(const QCommandLineParser& line, const context& in)
+{
+    expect_arguments(line, 0);
+    if (line.isSet(create_databases))
+        make_databases(in);
+    for (const database each : {database::server, database::mail, database::local})
+        make_schema(in, each, true);
+}
+
+} // namespace
+
+void make_schema(const context& in, database which, bool tell)
+{
+    connection on = in.open(which, file_use::create);
+    const setup::tables tables = setup::make_missing_tables(on, which);
+    if (!tell)
+        return;
+    if (!tables.made.empty())
+        note("the " + std::string{name_of(which)} + ": made " + std::to_string(tables.made.size()) +
+             " tables");
+    if (!tables.found.empty())
+        note("the " + std::string{name_of(which)} + ": " + std::to_string(tables.found.size()) +
+             " tables are there already and stay as they are");
+}
+
+const command init_command{
+    "init", "Make the tables that are missing: register, mail queue, workstation's file.", describe, run};
+
+} // namespace orvo::tool

@@ -1,0 +1,49 @@
+#include "setup/missing_tables.h"
+
+#include "db/schema/ddl.h"
+
+#include <algorithm>
+
+namespace orvo::setup {
+
+namespace {
+
+std::string_view names_text(engine kind)
+{
+    switch (kind) {
+    case engine::embedded:
+        return "select name from sqlite_master where type='table'";
+    case engine::postgresql:
+        return "select table_name as name from information_schema.tables where table_schema=current_schema()";
+    case engine::sqlserver:
+        break;
+    }
+    return "select table_name as name from information_schema.tables";
+}
+
+} // namespace
+
+tables make_missing_tables(connection& on, database where)
+{
+    std::vector<QString> standing;
+    for (const auto& each : on.read(names_text(on.kind())))
+        standing.push_back(each.text("name").toLower());
+
+    tables all;
+    for (const table& one : tables_of(where)) {
+        if (std::ranges::find(standing,
+                              QLatin1String(one.name.data(), static_cast<qsizetype>(one.name.size()))) !=
+            standing.end()) {
+            all.found.push_back(one.name);
+            continue;
+        }
+        transaction with_its_indexes{on};
+        for (const std::string& text : make_statements(on.kind(), where, one))
+            on.direct(text);
+        with_its_indexes.commit();
+        all.made.push_back(one.name);
+    }
+    return all;
+}
+
+} // namespace orvo::setup
