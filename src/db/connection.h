@@ -83,8 +83,8 @@ public:
     /// A text of the engine's own dialect, as it stands and without slots: definitions and settings.
     void direct(const std::string& text);
 
-    /// Fills a table by the engine's fastest way. `next` writes one row's fields, in the order of `columns`, into what
-    /// it is given, and returns false at the end. Numbers must come as numbers.
+    /// Fills a table by the engine's fastest way, all or nothing. `next` writes one row's fields, in the order of
+    /// `columns`, into what it is given, and returns false at the end. Numbers must come as numbers.
     void load(std::string_view table, const std::vector<std::string_view>& columns,
               const std::function<bool(std::vector<cell>&)>& next);
 

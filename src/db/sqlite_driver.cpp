@@ -142,7 +142,8 @@ void sqlite_driver::open(const tick&)
         sqlite3_extended_result_codes(base_, 1);
         sqlite3_busy_timeout(base_, 5000);
         sqlite3_progress_handler(base_, 20000, on_progress, this);
-        // The local file holds nothing that lasts: a fall of the power may cost it, a fall of the program does not.
+        // The local file holds nothing that lasts: a fall of the power may cost it, a fall of the program
+        // does not.
         direct(where_ == database::local ? "pragma synchronous=off" : "pragma synchronous=full");
         if (writable)
             direct("pragma journal_mode=wal");
@@ -248,8 +249,8 @@ void sqlite_driver::bind_fields(sqlite3_stmt* statement, std::span<const cell> f
         if (field.is == cell::kind::number)
             check(sqlite3_bind_int64(statement, at, field.number));
         else
-            check(sqlite3_bind_text64(statement, at, field.text.empty() ? "" : field.text.data(), field.text.size(),
-                                      SQLITE_STATIC, SQLITE_UTF8));
+            check(sqlite3_bind_text64(statement, at, field.text.empty() ? "" : field.text.data(),
+                                      field.text.size(), SQLITE_STATIC, SQLITE_UTF8));
     }
 }
 
@@ -280,12 +281,20 @@ void sqlite_driver::load(std::string_view table, const std::vector<std::string_v
     }
     const statement_handle insert =
         prepare("insert into " + std::string{table} + " (" + names + ") values (" + marks + ")");
-    std::vector<cell> fields;
-    while (fields.clear(), next(fields)) {
-        const resetter reset{insert.get()};
-        bind_fields(insert.get(), fields);
-        if (sqlite3_step(insert.get()) != SQLITE_DONE)
-            fail();
+    // All or nothing, as on the other engine, and the disk is waited for once and not with every row.
+    direct("savepoint load_of_rows");
+    try {
+        std::vector<cell> fields;
+        while (fields.clear(), next(fields)) {
+            const resetter reset{insert.get()};
+            bind_fields(insert.get(), fields);
+            if (sqlite3_step(insert.get()) != SQLITE_DONE)
+                fail();
+        }
+        direct("release load_of_rows");
+    } catch (...) {
+        sqlite3_exec(base_, "rollback to load_of_rows; release load_of_rows", nullptr, nullptr, nullptr);
+        throw;
     }
 }
 

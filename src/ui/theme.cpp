@@ -17,8 +17,9 @@ struct shade_table {
 
 constexpr shade_table light_shades{0xfff5f6f8, 0xffffffff, 0xfff4f7fb, 0xfffafbfc, 0xff1d2733, 0xff667282,
                                    0xffc9d0d9, 0xff1f6f8b, 0xffffffff, 0xffcfe6ee, 0xff10222b, 0xffc0392b};
-constexpr shade_table dark_shades{0xff20252b, 0xff181c21, 0xff1e2329, 0xff2b3138, 0xffe4e8ec, 0xff9aa5b1,
-                                  0xff3d454e, 0xff58b0cc, 0xff0d1a20, 0xff23485a, 0xfff2f8fb, 0xffff8a7a};
+// Fusion draws outlines darker than the window: in the dark, fields stand out by being lighter than it.
+constexpr shade_table dark_shades{0xff1b1f24, 0xff2a3037, 0xff2f363e, 0xff39414b, 0xffe4e8ec, 0xffa3adb9,
+                                  0xff4a535d, 0xff58b0cc, 0xff0d1a20, 0xff2b586d, 0xfff2f8fb, 0xffff8a7a};
 
 theme_colours current;
 

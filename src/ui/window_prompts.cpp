@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace orvo {
 
@@ -39,7 +40,7 @@ void window_prompts::tell(const message& what)
 {
     QMessageBox box{QApplication::activeWindow()};
     dress(box, what);
-    box.addButton(QMessageBox::Ok);
+    box.addButton(QMessageBox::Ok)->setIcon({});
     box.exec();
 }
 

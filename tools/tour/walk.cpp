@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QScreen>
 #include <QWidget>
+#include <QWindow>
 
 #include <cstdio>
 
@@ -13,6 +14,7 @@ namespace {
 
 constexpr int beat = 50;            // milliseconds between two looks
 constexpr int longest_wait = 30000; // milliseconds in one place
+constexpr int settled = 4;          // looks until a window that came is drawn on a real screen
 
 } // namespace
 
@@ -30,7 +32,8 @@ void walk::look()
         return;
     const step& now = steps_[at_];
     QWidget* place = now.place();
-    if (!place) {
+    if (!place || !place->window()->windowHandle()->isExposed()) {
+        seen_ = 0;
         waited_ += beat;
         if (waited_ > longest_wait) {
             std::fprintf(stderr, "orvo_tour: step %zu (%s) never came\n", at_ + 1, qPrintable(now.picture));
@@ -38,6 +41,9 @@ void walk::look()
         }
         return;
     }
+    if (++seen_ < settled)
+        return;
+    seen_ = 0;
     waited_ = 0;
     ++at_;
     QApplication::processEvents();

@@ -33,6 +33,7 @@ private:
     std::vector<step> steps_;
     std::size_t at_ = 0;
     int waited_ = 0;
+    int seen_ = 0;
     int pictures_ = 0;
     QTimer clock_;
 

@@ -118,7 +118,7 @@ void member_details::arrange()
         licence->setAccessibleName(QStringLiteral("자격증번호"));
     auto* box = new QVBoxLayout{this};
     box->setContentsMargins(0, 0, 0, 0);
-    box->addLayout(below({beside({person, reach, belonging}, {4, 5, 5}), licences}));
+    box->addLayout(below({beside({person, reach, belonging}, {4, 6, 5}), licences}));
 }
 
 void member_details::load_member_combos()
@@ -145,6 +145,7 @@ void member_details::clear()
                              tel1_txt, tel2_txt, tel3_txt, hp1_txt, hp2_txt, hp3_txt, email_txt, id_txt, passwd_txt,
                              lic_pay_txt, year_pay_txt, lic_kind6_no, lic_kind7_no})
         field->clear();
+    addr_txt->setToolTip({});
     for (code_list* each : {bran_cbb, big_cbb, sect_cbb, scholar_cbb, univer_cbb, school_cbb, career_y_cbb,
                             career_m_cbb, get_mail_cbb, pers_call_cbb, marry_cbb, rel_cbb, deposit_cbb, sub_cbb})
         each->setCurrentIndex(-1);
@@ -205,6 +206,7 @@ void member_details::show_numbers(const rows::row& member)
     post2_txt->setText(post.right(3));
     addr_txt->setText(member.text("pers_add"));
     addr_txt->setCursorPosition(0);
+    addr_txt->setToolTip(addr_txt->text()); // a long one is not seen whole
     const phone_parts tel = cut_phone(member.text("pers_tel"));
     tel1_txt->setText(tel.area);
     tel2_txt->setText(tel.exchange);

@@ -73,20 +73,21 @@ search_dlg::search_dlg(client& c, desk& at, QWidget* over)
       item_cbb{new code_list{QStringLiteral("item_cbb"), 10}}, str_txt{text_field(QStringLiteral("str_txt"), 30)},
       Text1{new QLabel{hint}}, search{primary_button(QStringLiteral("search"), QStringLiteral("검색(&S)"), "search")},
       Image2{button(QStringLiteral("Image2"), QStringLiteral("닫기(&C)"), "x")},
-      word_lst{recent_list(QStringLiteral("word_lst"))}, member_lst{recent_list(QStringLiteral("member_lst"))}
+      word_lst{recent_list(QStringLiteral("word_lst"))}, member_lst{recent_list(QStringLiteral("member_lst"))},
+      recents{new QWidget}
 {
     Text1->setObjectName(QStringLiteral("Text1"));
     for (const char* text : {"회원명", "주민번호", "면허번호", "근무처명", "e_mail"})
         item_cbb->add(QString::fromUtf8(text), item_cbb->count());
     Text1->setForegroundRole(QPalette::PlaceholderText);
+    auto* side_by_side = beside(
+        {below({group(QStringLiteral("recent_words"), QStringLiteral("최근 검색어"), below({word_lst}))}),
+         below({group(QStringLiteral("recent_members"), QStringLiteral("최근에 연 회원"), below({member_lst}))})});
+    side_by_side->setContentsMargins(0, 0, 0, 0);
+    recents->setLayout(side_by_side);
     lay_out(below({form({entry{QStringLiteral("검색항목(&I)"), {item_cbb}},
                          entry{QStringLiteral("검색어(&K)"), {str_txt}, false, true}}),
-                   Text1,
-                   beside({below({group(QStringLiteral("recent_words"), QStringLiteral("최근 검색어"),
-                                        below({word_lst}))}),
-                           below({group(QStringLiteral("recent_members"), QStringLiteral("최근에 연 회원"),
-                                        below({member_lst}))})}),
-                   line({static_cast<QWidget*>(nullptr), search, Image2})}));
+                   Text1, recents, line({static_cast<QWidget*>(nullptr), search, Image2})}));
 
     connect(item_cbb, &QComboBox::activated, this, [this] {
         failures::guard(c_.say, failures::policy::report, [this] { show_recent_words(); });
@@ -111,6 +112,7 @@ search_dlg::search_dlg(client& c, desk& at, QWidget* over)
         show_recent_words();
         show_recent_members();
     });
+    recents->setVisible(word_lst->count() + member_lst->count() > 0);
     str_txt->setFocus();
 }
 

@@ -30,6 +30,7 @@ private:
     QPushButton* Image2;
     QListWidget* word_lst;
     QListWidget* member_lst;
+    QWidget* recents;
 
     int item() const;
     void show_recent_words();

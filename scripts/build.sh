@@ -1,0 +1,16 @@
+#!/bin/bash
+# Usage: scripts/build.sh [folder] [arguments for cmake...]
+# Builds everything into the folder (build/ if none is named), relative to the root. Silent unless it fails.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+folder=${1:-build}
+shift $(($# > 0))
+
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+if ! cmake -S . -B "$folder" -G Ninja "$@" >"$log" 2>&1; then
+    cat "$log" >&2
+    exit 1
+fi
+[[ -e $folder/.ninja_log ]] || echo "Building in $folder/; the first time takes some minutes."
+ninja -C "$folder" -j"$(nproc)" --quiet
