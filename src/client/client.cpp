@@ -1,6 +1,7 @@
 #include "client/client.h"
 
 #include "base/dates.h"
+#include "client/code_mirror.h"
 #include "db/schema/schema.h"
 
 #include <QFile>
@@ -23,15 +24,33 @@ void client::watch_lines(line_watch* watch)
         each->set_watch(watch);
 }
 
-bool is_local_file_sound(connection& local)
+namespace {
+
+class row_passer : public row_sink {
+public:
+    void begin(const column_names&) override {}
+    bool take(std::span<const cell>) override { return true; }
+};
+
+std::string select_all(const table& from)
+{
+    std::string names;
+    for (const column& each : from.columns)
+        names.append(names.empty() ? "\"" : ",\"").append(each.name).append("\"");
+    return "select " + names + " from " + std::string{from.name};
+}
+
+} // namespace
+
+bool is_local_file_sound(connection& local, inspection how)
 {
     try {
+        row_passer rows_of_it;
         for (const table& each : tables_of(database::local)) {
-            std::string names;
-            for (const column& field : each.columns)
-                names.append(names.empty() ? "\"" : ",\"").append(field.name).append("\"");
             // A row is asked for, so that the table's first page is read too.
-            local.direct("select " + names + " from " + std::string{each.name} + " limit 1");
+            local.direct(select_all(each) + " limit 1");
+            if (how == inspection::thorough)
+                local.read_each("select * from " + std::string{each.name}, {}, rows_of_it);
         }
     } catch (const db_failure&) {
         return false;
@@ -53,6 +72,7 @@ void remake_local_file(client& c)
     fresh.open();
     for (const std::string& statement : make_statements(engine::embedded, database::local))
         fresh.direct(statement);
+    sync_codes(c.db_conn, fresh);
     fresh.close();
     c.local_conn.open();
 }

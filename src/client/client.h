@@ -37,11 +37,13 @@ public:
     void watch_lines(line_watch* watch);
 };
 
-/// Makes the local file anew, its tables empty, and opens it. What was there is kept beside it, for whoever looks into
-/// the damage. Throws db_failure. The code tables come back by sync_codes.
+/// Makes the local file anew and opens it: empty but for the code tables, which come from the open register. What was
+/// there is kept beside it, for whoever looks into the damage. Throws db_failure.
 void remake_local_file(client& c);
 
-/// Whether the open local file has all its tables and columns.
-bool is_local_file_sound(connection& local);
+enum class inspection { quick, thorough };
+
+/// Whether the open local file has all its tables and columns; in a thorough look, whether all its rows can be read.
+bool is_local_file_sound(connection& local, inspection how = inspection::quick);
 
 } // namespace orvo

@@ -25,6 +25,9 @@ public:
                      answer usual = answer::first) = 0;
     /// Said in passing, in the status bar.
     virtual void note(const QString& text) = 0;
+    /// A file turned out damaged. True where it was the workstation's own and has been made anew, so that the operator
+    /// can do again what failed.
+    virtual bool mend_local_file() { return false; }
 };
 
 } // namespace orvo

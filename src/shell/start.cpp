@@ -1,7 +1,6 @@
 #include "shell/start.h"
 
 #include "client/client.h"
-#include "client/code_mirror.h"
 #include "client/configuration.h"
 #include "shell/main_frm.h"
 #include "ui/patience.h"
@@ -83,6 +82,7 @@ bool program::start(const QStringList& arguments, const start_steps& steps)
     try {
         client_ = std::make_unique<client>(folder, read_server_address(folder), *say_);
         client_->watch_lines(patience_.get());
+        say_->mend = [this] { return mend_local_file(); };
         if (!folder.is_writable)
             say_->tell({QStringLiteral("프로그램 폴더에 쓸 수 없습니다. 검색 결과와 설정이 저장되지 않습니다.\n%1")
                             .arg(folder.path),
@@ -98,21 +98,32 @@ bool program::start(const QStringList& arguments, const start_steps& steps)
     return window_->log_in_and_start();
 }
 
+bool program::offer_new_local_file()
+{
+    return say_->ask({QStringLiteral("로컬 파일 orvo.mdb가 없거나 손상되었습니다. 새로 만들까요?\n"
+                                     "이 파일에는 오래 보관하는 자료가 없습니다."),
+                      QStringLiteral("확인"), sign::exclamation},
+                     QStringLiteral("새로 만들기"), QStringLiteral("그만두기"), answer::first);
+}
+
 bool program::open_connections()
 {
     client& c = *client_;
     const bool sound = has_sound_local_file(c);
-    if (!sound && !say_->ask({QStringLiteral("로컬 파일 orvo.mdb가 없거나 손상되었습니다. 새로 만들까요?\n"
-                                             "이 파일에는 오래 보관하는 자료가 없습니다."),
-                              QStringLiteral("확인"), sign::exclamation},
-                             QStringLiteral("새로 만들기"), QStringLiteral("끝내기"), answer::first))
+    if (!sound && !offer_new_local_file())
         return false;
-    if (!sound)
-        remake_local_file(c);
     if (!open_patiently(c.db_conn, *say_) || !open_patiently(c.mail_conn, *say_))
         return false;
     if (!sound)
-        sync_codes(c.db_conn, c.local_conn);
+        remake_local_file(c); // behind the others: its code tables come from the register
+    return true;
+}
+
+bool program::mend_local_file()
+{
+    if (is_local_file_sound(client_->local_conn, inspection::thorough) || !offer_new_local_file())
+        return false;
+    remake_local_file(*client_);
     return true;
 }
 

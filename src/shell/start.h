@@ -44,6 +44,8 @@ private:
 
     bool is_first_instance(const QString& folder);
     bool open_connections();
+    bool offer_new_local_file();
+    bool mend_local_file();
 };
 
 /// Whether the command line, trimmed, is the one by which the update program starts the client anew.

@@ -10,11 +10,29 @@ namespace orvo::failures {
 
 namespace {
 
-void report(prompts& say, const QString& text, const QString& statement)
+/// What an operator can make of a failure; the engine's own words where there are no better ones.
+QString in_words(const db_failure& failure)
 {
-    message what{QStringLiteral("작업을 마치지 못했습니다.\n\n%1").arg(text), QStringLiteral("오류 보고"),
-                 sign::critical};
-    what.details = statement;
+    switch (failure.kind()) {
+    case failure_kind::outcome_unknown:
+        return QStringLiteral("저장하라는 요청을 보냈으나 서버의 응답을 받지 못했습니다. 저장되었을 수도 있으니 다시 "
+                              "저장하기 전에 내용을 조회하여 확인하십시오.");
+    case failure_kind::disk_full:
+        return QStringLiteral("디스크에 빈 자리가 없어 저장하지 못했습니다.");
+    case failure_kind::damaged:
+        return QStringLiteral("데이터베이스 파일이 손상되었습니다. 관리자에게 문의하시기 바랍니다.");
+    case failure_kind::timed_out:
+        return QStringLiteral("정해진 시간 안에 작업이 끝나지 않았습니다. 잠시 후에 다시 시도하십시오.");
+    default:
+        return failure.text();
+    }
+}
+
+void report(prompts& say, const db_failure& failure)
+{
+    message what{QStringLiteral("작업을 마치지 못했습니다.\n\n%1").arg(in_words(failure)),
+                 QStringLiteral("오류 보고"), sign::critical};
+    what.details = failure.statement().isEmpty() ? failure.text() : failure.text() + u'\n' + failure.statement();
     if (say.ask(what, QStringLiteral("프로그램 끝내기"), QStringLiteral("계속하기"), answer::second))
         QApplication::exit(1);
 }
@@ -28,17 +46,18 @@ void handle(prompts& say, policy how, const db_failure& failure)
         if (how != policy::show_error) // the operator has been asked already, and gave up
             return say.note(QStringLiteral("서버에 연결되지 않아 작업을 마치지 못했습니다."));
         break;
-    case failure_kind::outcome_unknown:
-        return report(say,
-                      QStringLiteral("저장하라는 요청을 보냈으나 서버의 응답을 받지 못했습니다. 저장되었을 수도 "
-                                     "있으니 다시 저장하기 전에 내용을 조회하여 확인하십시오."),
-                      failure.statement());
+    case failure_kind::outcome_unknown: // never passed over: the operator must look before he saves again
+        return report(say, failure);
+    case failure_kind::damaged:
+        if (say.mend_local_file())
+            return say.note(QStringLiteral("로컬 파일을 새로 만들었습니다. 하던 작업을 다시 하십시오."));
+        break;
     default:
         break;
     }
     switch (how) {
     case policy::report:
-        return report(say, failure.text(), failure.statement());
+        return report(say, failure);
     case policy::show_error:
         return orvo::show_error(say, failure.number(), failure.text());
     case policy::plain_box:

@@ -14,9 +14,12 @@ public:
     void tell(const message& what) override;
     bool ask(const message& what, const QString& first, const QString& second, answer usual) override;
     void note(const QString& text) override;
+    bool mend_local_file() override { return mend && mend(); }
 
     /// Where notes are shown; the main window sets it while it stands.
     std::function<void(const QString&)> show_note;
+    /// Looks at the local file and offers to make it anew; the program sets it while it runs.
+    std::function<bool()> mend;
 };
 
 } // namespace orvo

@@ -5,6 +5,7 @@ namespace orvo {
 namespace {
 
 constexpr std::size_t kept = 8;
+constexpr qsizetype longest_word = 100; // a pasted page is no word to come back to
 
 QString stamp(const QDateTime& now) { return now.toString(QStringLiteral("yyyyMMddHHmmsszzz")); }
 
@@ -13,6 +14,8 @@ QString stamp(const QDateTime& now) { return now.toString(QStringLiteral("yyyyMM
 void remember_word(connection& local, const QString& operator_id, int item, const QString& word,
                    const QDateTime& now)
 {
+    if (word.size() > longest_word)
+        return;
     const values given{{"admin_id", operator_id}, {"item", item}, {"word", word}, {"used_at", stamp(now)}};
     local.write("delete from recent_words where admin_id='{admin_id}' and item='{item}' and word='{word}'", given);
     local.write("insert into recent_words(admin_id,item,word,used_at) values "

@@ -158,7 +158,11 @@ void manager_main_frm::show_member(const QString& pers_no)
     show_contract();
     show_dues();
     show_company();
-    remember_member(c_.local_conn, c_.session_id, {c_.selected_pers_no, member.text("pers_name")}, c_.now());
+    guard(
+        [&] {
+            remember_member(c_.local_conn, c_.session_id, {c_.selected_pers_no, member.text("pers_name")}, c_.now());
+        },
+        failures::policy::silent);
 }
 
 void manager_main_frm::open_member(const QString& pers_no)

@@ -160,9 +160,10 @@ void search_dlg::run_search()
         str_txt->setFocus();
         return;
     }
-    remember_word(c_.local_conn, c_.session_id, item(), key, c_.now());
     accept();
     desk_.show(screen_code::manager_main_frm);
+    failures::guard(c_.say, failures::policy::silent,
+                    [&] { remember_word(c_.local_conn, c_.session_id, item(), key, c_.now()); });
 }
 
 void search_dlg::search_again_for(const QString& pers_no)
