@@ -1,0 +1,191 @@
+#include "db/postgresql_line.h"
+
+#include <poll.h>
+
+#include <cerrno>
+#include <string_view>
+
+namespace orvo {
+
+using std::chrono::steady_clock;
+
+namespace {
+
+QString message_of(const char* raw)
+{
+    return QString::fromUtf8(raw).trimmed();
+}
+
+failure_kind kind_of(std::string_view state)
+{
+    if (state == "28P01" || state == "28000" || state == "3D000" || state == "42501")
+        return failure_kind::login_refused;
+    if (state == "22003" || state == "22001")
+        return failure_kind::overflow;
+    if (state == "23505")
+        return failure_kind::duplicate;
+    if (state == "22P02")
+        return failure_kind::conversion;
+    if (state == "57014")
+        return failure_kind::timed_out;
+    if (state == "53100")
+        return failure_kind::disk_full;
+    return failure_kind::other;
+}
+
+/// The server ends the line, and says so instead of carrying the statement out.
+bool ends_line(std::string_view state)
+{
+    return state == "57P01" || state == "57P02" || state == "57P03";
+}
+
+steady_clock::time_point forever()
+{
+    return steady_clock::time_point::max();
+}
+
+} // namespace
+
+void postgresql_line::fail(const PGresult* result)
+{
+    const char* state = result ? PQresultErrorField(result, PG_DIAG_SQLSTATE) : nullptr;
+    const QString text = message_of(result ? PQresultErrorMessage(result) : PQerrorMessage(line_));
+    const std::string_view code = state ? state : "";
+    if (ends_line(code))
+        throw line_break{text, false};
+    if (PQstatus(line_) == CONNECTION_BAD || code.empty())
+        throw line_break{text, true};
+    throw db_failure{kind_of(code), text};
+}
+
+void postgresql_line::fail_to_open()
+{
+    // libpq hands no code on for a refused login, but the server's words follow the code it sent.
+    const QString text = message_of(PQerrorMessage(line_));
+    const bool refused = text.contains(QLatin1String("authentication failed")) ||
+                         text.contains(QLatin1String("no password supplied")) ||
+                         text.contains(QLatin1String("does not exist"));
+    close();
+    if (refused)
+        throw db_failure{failure_kind::login_refused, text};
+    throw line_break{text, false};
+}
+
+/// False when the deadline has passed. The tick may end the waiting by an exception (cancelled).
+bool postgresql_line::wait_for_socket(short events, const driver::tick& waiting,
+                                      steady_clock::time_point deadline)
+{
+    while (true) {
+        pollfd socket{PQsocket(line_), events, 0};
+        const int ready = ::poll(&socket, 1, 30);
+        if (ready > 0 || (ready < 0 && errno != EINTR))
+            return true;
+        if (!waiting())
+            throw db_failure{failure_kind::cancelled, QStringLiteral("cancelled")};
+        if (steady_clock::now() > deadline)
+            return false;
+    }
+}
+
+void postgresql_line::open(const driver::tick& waiting)
+{
+    close();
+    const QByteArray host = server_.host.toUtf8();
+    const QByteArray port = QByteArray::number(server_.port ? server_.port : 5432);
+    const QByteArray user = server_.user.toUtf8();
+    const QByteArray password = server_.password.toUtf8();
+    const QByteArray name = (where_ == database::mail ? server_.mail_name : server_.name).toUtf8();
+    const QByteArray tls = server_.tls.isEmpty() ? QByteArray{"prefer"} : server_.tls.toUtf8();
+    const QByteArray options =
+        "-c statement_timeout=" + QByteArray::number(qint64{server_.statement_timeout.count()} * 1000);
+    const char* keys[] = {
+        "host",    "port", "user", "password", "dbname", "sslmode", "client_encoding", "application_name",
+        "options", nullptr};
+    const char* given[] = {host.constData(),    port.constData(), user.constData(), password.constData(),
+                           name.constData(),    tls.constData(),  "UTF8",           "orvo",
+                           options.constData(), nullptr};
+    const auto deadline = steady_clock::now() + server_.connect_timeout;
+    line_ = PQconnectStartParams(keys, given, 0);
+    if (!line_ || PQstatus(line_) == CONNECTION_BAD)
+        fail_to_open();
+    PQsetNoticeProcessor(
+        line_, [](void*, const char*) {}, nullptr);
+    try {
+        for (auto state = PGRES_POLLING_WRITING; state != PGRES_POLLING_OK; state = PQconnectPoll(line_)) {
+            if (state == PGRES_POLLING_FAILED)
+                fail_to_open();
+            if (!wait_for_socket(state == PGRES_POLLING_READING ? POLLIN : POLLOUT, waiting, deadline))
+                throw line_break{QStringLiteral("the server does not answer"), false};
+        }
+    } catch (const db_failure&) {
+        close();
+        throw;
+    }
+    PQsetnonblocking(line_, 1);
+}
+
+void postgresql_line::close()
+{
+    PQfinish(line_);
+    line_ = nullptr;
+}
+
+void postgresql_line::sent(int result) const
+{
+    if (!result)
+        throw line_break{message_of(PQerrorMessage(line_)), false};
+}
+
+void postgresql_line::expect_alive()
+{
+    if (!line_)
+        throw line_break{QStringLiteral("the server is not connected"), false};
+    pollfd socket{PQsocket(line_), POLLIN, 0};
+    if (::poll(&socket, 1, 0) > 0 && !PQconsumeInput(line_))
+        throw line_break{message_of(PQerrorMessage(line_)), false};
+    if (PQstatus(line_) == CONNECTION_BAD)
+        throw line_break{message_of(PQerrorMessage(line_)), false};
+}
+
+void postgresql_line::flush(const driver::tick& waiting)
+{
+    while (true) {
+        const int left = PQflush(line_);
+        if (left < 0)
+            fail(nullptr);
+        if (left == 0)
+            return;
+        wait_for_socket(POLLIN | POLLOUT, waiting, forever());
+        PQconsumeInput(line_);
+    }
+}
+
+result_handle postgresql_line::next_result(const driver::tick& waiting)
+{
+    // The server ends a statement at its time-out; a server that does not even do that is gone.
+    const auto deadline = steady_clock::now() + server_.statement_timeout + std::chrono::seconds{5};
+    while (PQisBusy(line_)) {
+        if (!wait_for_socket(POLLIN, waiting, deadline))
+            throw line_break{QStringLiteral("the server does not answer"), true};
+        if (!PQconsumeInput(line_))
+            fail(nullptr);
+    }
+    return result_handle{PQgetResult(line_)};
+}
+
+void postgresql_line::cancel()
+{
+    char reason[256];
+    if (PGcancel* order = PQgetCancel(line_)) {
+        PQcancel(order, reason, sizeof reason);
+        PQfreeCancel(order);
+    }
+}
+
+void postgresql_line::finish(const driver::tick& waiting)
+{
+    while (PQstatus(line_) == CONNECTION_OK && next_result(waiting)) {
+    }
+}
+
+} // namespace orvo

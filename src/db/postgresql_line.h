@@ -1,0 +1,54 @@
+#pragma once
+
+#include "db/driver.h"
+#include "db/open.h"
+
+#include <libpq-fe.h>
+
+#include <chrono>
+#include <memory>
+
+namespace orvo {
+
+struct result_clearer {
+    void operator()(PGresult* result) const { PQclear(result); }
+};
+using result_handle = std::unique_ptr<PGresult, result_clearer>;
+
+/// The line to a PostgreSQL server. All waiting is done here, on the socket, so that it can be watched and
+/// ended: each wait asks the tick some 30 times a second and throws failure_kind::cancelled where it says no.
+class postgresql_line {
+public:
+    postgresql_line(server_address server, database where) : server_{std::move(server)}, where_{where} {}
+    ~postgresql_line() { close(); }
+    postgresql_line(const postgresql_line&) = delete;
+    postgresql_line& operator=(const postgresql_line&) = delete;
+
+    void open(const driver::tick& waiting);
+    void close();
+    PGconn* raw() const { return line_; }
+
+    /// Notices a line that broke while nothing was under way, so that no statement is sent into it.
+    void expect_alive();
+    /// Takes the answer of a libpq call that sends; a 0 is a line that broke before anything was sent.
+    void sent(int result) const;
+    void flush(const driver::tick& waiting);
+    result_handle next_result(const driver::tick& waiting);
+    /// Reads what is left of a statement, so that the line is free for the next one.
+    void finish(const driver::tick& waiting);
+    /// Asks the server to give up the statement under way.
+    void cancel();
+    /// Throws what a result, or the line where there is none, says of a failure.
+    [[noreturn]] void fail(const PGresult* result);
+
+private:
+    server_address server_;
+    database where_;
+    PGconn* line_ = nullptr;
+
+    [[noreturn]] void fail_to_open();
+    bool wait_for_socket(short events, const driver::tick& waiting,
+                         std::chrono::steady_clock::time_point deadline);
+};
+
+} // namespace orvo
