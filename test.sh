@@ -13,7 +13,6 @@ if [[ ${1:-} == --sanitize ]]; then
     options=(-DORVO_SANITIZE=ON)
     export ASAN_OPTIONS=halt_on_error=1:detect_leaks=1
     export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
-    export LSAN_OPTIONS=suppressions=$PWD/tests/leaks_of_others.txt:print_suppressions=0
 fi
 
 scripts/install.sh

@@ -13,4 +13,8 @@ if ! cmake -S . -B "$folder" -G Ninja "$@" >"$log" 2>&1; then
     exit 1
 fi
 [[ -e $folder/.ninja_log ]] || echo "Building in $folder/; the first time takes some minutes."
-ninja -C "$folder" -j"$(nproc)" --quiet
+if ! ninja -C "$folder" -j"$(nproc)" --quiet >"$log" 2>&1; then
+    cat "$log" >&2
+    exit 1
+fi
+grep -v '^ninja: no work to do.$' "$log" >&2 || true # warnings

@@ -21,6 +21,13 @@ Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$folder/number" >"$fold
 children+=($!)
 read -r -t 30 number <"$folder/number" || { cat "$folder/log" >&2; exit 1; }
 export DISPLAY=:$number
-openbox >>"$folder/log" 2>&1 &
+export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$folder}
+# Without its manager a window is never active. It tells by the file that it manages.
+openbox --startup "touch $folder/managed" >>"$folder/log" 2>&1 &
 children+=($!)
+for _ in {1..300}; do
+    [[ ! -e $folder/managed ]] || break
+    sleep 0.1
+done
+[[ -e $folder/managed ]] || { cat "$folder/log" >&2; exit 1; }
 "$@"

@@ -34,9 +34,10 @@ public:
 
 std::string select_all(const table& from)
 {
+    // A quoted name alone that fits no column is taken for a text; behind the table's name it is a failure.
     std::string names;
     for (const column& each : from.columns)
-        names.append(names.empty() ? "\"" : ",\"").append(each.name).append("\"");
+        names.append(names.empty() ? "" : ",").append(from.name).append(".\"").append(each.name).append("\"");
     return "select " + names + " from " + std::string{from.name};
 }
 
@@ -72,7 +73,14 @@ void remake_local_file(client& c)
     fresh.open();
     for (const std::string& statement : make_statements(engine::embedded, database::local))
         fresh.direct(statement);
-    sync_codes(c.db_conn, fresh);
+    try {
+        sync_codes(c.db_conn, fresh);
+    } catch (const db_failure&) {
+        // A file without codes would be taken for a sound one at the next start.
+        fresh.close();
+        QFile::remove(path);
+        throw;
+    }
     fresh.close();
     c.local_conn.open();
 }

@@ -27,7 +27,12 @@ public:
     bool take(std::span<const cell> row) override
     {
         ++count_;
-        return !to_ || to_->take(row);
+        try {
+            return !to_ || to_->take(row);
+        } catch (const line_break& elsewhere) {
+            // The line that broke is the one behind the sink: to reopen this one would not mend it.
+            throw db_failure{failure_kind::other, elsewhere.text(), elsewhere.statement()};
+        }
     }
 
 private:

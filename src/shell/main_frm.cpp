@@ -14,31 +14,18 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
 
+#include <algorithm>
+
 namespace orvo {
 
 using failures::guard;
 using failures::policy;
-
-namespace {
-
-/// Whether a menu has a command that can be started, in itself or in a submenu.
-bool holds_something(const QString& menu, const openers& what)
-{
-    for (const command& each : commands())
-        if (each.menu == menu && what.can_open(each.target))
-            return true;
-    for (const menu_head& head : menu_heads())
-        if (head.parent == menu && holds_something(head.name, what))
-            return true;
-    return false;
-}
-
-} // namespace
 
 main_frm::main_frm(client& c, openers what)
     : c_{c}, openers_{std::move(what)}, workspace_{new workspace{this}}, operator_lbl{new QLabel},
@@ -55,23 +42,29 @@ main_frm::main_frm(client& c, openers what)
 
 main_frm::~main_frm() = default;
 
+/// Made with the first command that lies in it, so that a submenu stands where its commands do and none is empty.
+QMenu* main_frm::menu_of(const QString& name)
+{
+    QMenu*& made = menus_[name];
+    if (made)
+        return made;
+    const menu_head& head = *std::ranges::find(menu_heads(), name, &menu_head::name);
+    made = head.parent.isEmpty() ? menuBar()->addMenu(head.caption) : menu_of(head.parent)->addMenu(head.caption);
+    made->setObjectName(name);
+    made->menuAction()->setObjectName(name);
+    return made;
+}
+
+void main_frm::make_toolbar()
+{
+    Toolbar1 = addToolBar(QStringLiteral("Toolbar1"));
+    Toolbar1->setObjectName(QStringLiteral("Toolbar1"));
+    Toolbar1->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    Toolbar1->setMovable(false);
+}
+
 void main_frm::build_menus()
 {
-    for (const menu_head& head : menu_heads()) {
-        if (!holds_something(head.name, openers_))
-            continue;
-        QMenu* made = head.parent.isEmpty() ? menuBar()->addMenu(head.caption)
-                                            : menus_[head.parent]->addMenu(head.caption);
-        made->setObjectName(head.name);
-        made->menuAction()->setObjectName(head.name);
-        menus_[head.name] = made;
-    }
-    if (holds_something(QStringLiteral("Toolbar1"), openers_)) {
-        Toolbar1 = addToolBar(QStringLiteral("Toolbar1"));
-        Toolbar1->setObjectName(QStringLiteral("Toolbar1"));
-        Toolbar1->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-        Toolbar1->setMovable(false);
-    }
     for (const command& each : commands()) {
         if (!openers_.can_open(each.target))
             continue;
@@ -80,9 +73,11 @@ void main_frm::build_menus()
         action->setObjectName(each.name);
         connect(action, &QAction::triggered, this,
                 [this, &each] { guard(c_.say, policy::report, [this, &each] { start(each); }); });
-        if (is_button && !Toolbar1->actions().isEmpty())
+        if (is_button && Toolbar1)
             Toolbar1->addSeparator();
-        is_button ? Toolbar1->addAction(action) : menus_[each.menu]->addAction(action);
+        else if (is_button)
+            make_toolbar();
+        is_button ? Toolbar1->addAction(action) : menu_of(each.menu)->addAction(action);
         actions_[each.name] = action;
     }
     if (actions_.contains(QStringLiteral("m_m_search")))
@@ -180,9 +175,16 @@ void main_frm::open_screen(const QString& target)
 {
     if (!dispatch_knows(c_.current_screen))
         return;
+    open_in_place(target);
+}
+
+void main_frm::open_in_place(const QString& target)
+{
     workspace_->close_screen();
     workspace_->show_wait_box();
+    auto failed = qScopeGuard([this] { workspace_->close_screen(); }); // nobody is to wait for what does not come
     workspace_->open(openers_.screens.at(target)(c_, *this, workspace_));
+    failed.dismiss();
 }
 
 void main_frm::ask_after_closing(const QString& dialog_name)
@@ -192,12 +194,7 @@ void main_frm::ask_after_closing(const QString& dialog_name)
     ask(dialog_name);
 }
 
-void main_frm::show(qint16 code)
-{
-    workspace_->close_screen();
-    workspace_->show_wait_box();
-    workspace_->open(openers_.screens.at(screen_name(code))(c_, *this, workspace_));
-}
+void main_frm::show(qint16 code) { open_in_place(screen_name(code)); }
 
 void main_frm::ask(const QString& dialog_name)
 {

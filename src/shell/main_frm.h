@@ -46,12 +46,15 @@ private:
     std::map<QString, QAction*> actions_;
     QLabel *operator_lbl, *branch_lbl, *engine_lbl, *server_lbl;
 
+    QMenu* menu_of(const QString& name);
+    void make_toolbar();
     void build_menus();
     void build_status_bar();
     void apply_rights();
     void show_operator();
     void show_server_state();
     void open_screen(const QString& target);
+    void open_in_place(const QString& target);
     void ask_after_closing(const QString& dialog_name);
     void close_all_windows();
 };

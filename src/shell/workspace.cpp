@@ -32,6 +32,7 @@ void workspace::open(work_screen* made)
 
 void workspace::close_screen()
 {
+    wait_box_->hide(); // the one that the screen covered
     if (!screen_)
         return;
     screen_->hide();

@@ -6,9 +6,13 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 
-#include <algorithm>
-
 namespace orvo {
+
+namespace {
+
+bool is_enter(const QKeyEvent* event) { return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter; }
+
+} // namespace
 
 dialog::dialog(const QString& name, client& c, QWidget* over) : QDialog{over}, c_{c}
 {
@@ -35,10 +39,16 @@ void dialog::on_enter(QLineEdit* field, std::function<void()> handler, failures:
             [this, how, handler = std::move(handler)] { failures::guard(c_.say, how, handler); });
 }
 
+bool dialog::eventFilter(QObject*, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress && is_enter(static_cast<QKeyEvent*>(event)))
+        enter_is_kept_ = true;
+    return false;
+}
+
 void dialog::keyPressEvent(QKeyEvent* event)
 {
-    const bool is_enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (is_enter && std::count(fields_with_enter_.begin(), fields_with_enter_.end(), focusWidget()))
+    if (is_enter(event) && std::exchange(enter_is_kept_, false))
         return;
     QDialog::keyPressEvent(event);
 }

@@ -6,8 +6,6 @@
 
 #include <QDialog>
 
-#include <vector>
-
 namespace orvo {
 
 /// What all modal dialogs are made of: the program's title, Esc closes, handlers under a policy.
@@ -17,6 +15,7 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
     client& c_;
 
@@ -27,12 +26,12 @@ protected:
     void on_enter(QLineEdit* field, std::function<void()> handler,
                   failures::policy how = failures::policy::report);
     /// Enter in that widget is its own affair, and not the main button's.
-    void keep_enter(QWidget* field) { fields_with_enter_.push_back(field); }
+    void keep_enter(QWidget* field) { field->installEventFilter(this); }
     /// Shows the refusal and leads to the field that it is about.
     void refuse(const message& why, QWidget* field);
 
 private:
-    std::vector<QWidget*> fields_with_enter_;
+    bool enter_is_kept_ = false; ///< by the field it was pressed in, wherever the focus is when it comes up here
 };
 
 } // namespace orvo

@@ -22,7 +22,6 @@ namespace {
 QPushButton* page_button(const char* name, const char* caption, const char* icon_name, QKeySequence key)
 {
     QPushButton* made = button(QString::fromLatin1(name), QString::fromUtf8(caption), icon_name);
-    made->setShortcut(key);
     made->setToolTip(key.toString(QKeySequence::NativeText));
     return made;
 }
@@ -117,6 +116,10 @@ void manager_main_frm::attach()
     on_click(next_img, [this] { turn_page(1); });
     custom_lst->on_row([this](int row) { click_member(row); });
     dues_h_grd->on_row([this](int row) { guard([this, row] { click_dues_year(row); }); });
+    // A button's own shortcut turns the page a moment late, and not at all while the key repeats itself.
+    for (const auto& [key, by] : {std::pair{Qt::Key_PageUp, -1}, std::pair{Qt::Key_PageDown, 1}})
+        connect(new QShortcut{QKeySequence{key}, this}, &QShortcut::activated, this,
+                [this, by = by] { guard([this, by] { turn_page(by); }); });
     auto* again = new QShortcut{QKeySequence{Qt::Key_F5}, this};
     connect(again, &QShortcut::activated, this, [this] { guard([this] { refresh(); }); });
     auto* onward = new QShortcut{QKeySequence{Qt::Key_F6}, this};
@@ -219,7 +222,7 @@ void manager_main_frm::go_to_next_panel()
 
 void manager_main_frm::refresh()
 {
-    const int row = custom_lst->currentRow();
+    const int row = custom_lst->chosen_row();
     const QString shown = row < 0 ? QString{} : custom_lst->pers_no_of(row);
     pages_ = member_pages{c_.local_conn};
     show_member_page(std::clamp(page_, 1, std::max(1, pages_.page_count())));

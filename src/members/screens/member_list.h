@@ -18,6 +18,8 @@ public:
     QString pers_no_of(int at) const;
     /// The row of a member; -1 where he is not on this page.
     int row_of(const QString& pers_no) const;
+    /// The row that was chosen; -1 where the list only has the focus.
+    int chosen_row() const { return selectedItems().isEmpty() ? -1 : currentRow(); }
     /// Called for a click on a row, a move onto it by key, and Enter on it.
     void on_row(std::function<void(int)> chosen);
 
@@ -27,8 +29,6 @@ protected:
 
 private:
     std::function<void(int)> chosen_;
-
-    int chosen_row() const { return selectedItems().isEmpty() ? -1 : currentRow(); }
 };
 
 } // namespace orvo

@@ -1,0 +1,146 @@
+#!/bin/bash
+# Usage: bench/run.sh [--build FOLDER] [--xcb] [--embedded] [--quick]
+# Measures the client beside its floors and prints the table, which is left in FOLDER/bench/table.md too (build/ if no
+# folder is named). Builds what it needs and makes the registers, which takes some minutes the first time. --xcb draws on
+# a virtual screen instead of in memory; --embedded leaves PostgreSQL out; --quick takes few samples, to try the road.
+# BENCH_JOBS bounds the compilers that run at a time.
+set -euo pipefail
+shopt -s inherit_errexit
+cd "$(dirname "$0")/.."
+
+build=build
+inside=false
+embedded_only=false
+quick=false
+platform=offscreen
+given=("$@")
+while (($#)); do
+    case $1 in
+        --build) build=$2; shift ;;
+        --xcb) platform=xcb ;;
+        --embedded) embedded_only=true ;;
+        --quick) quick=true ;;
+        --inside) inside=true ;; # beside the server and the screen that an outer run has started
+        *) sed -n 2,6p "$0" >&2; exit 2 ;;
+    esac
+    shift
+done
+
+if ! $inside; then
+    cmake -S . -B "$build" -G Ninja >/dev/null
+    ninja -C "$build" ${BENCH_JOBS:+-j"$BENCH_JOBS"} --quiet benches
+    run=(bench/run.sh "${given[@]}" --inside)
+    $embedded_only || run=(scripts/with_postgresql.sh "${run[@]}")
+    [[ $platform == offscreen ]] || run=(scripts/with_screen.sh "${run[@]}")
+    exec "${run[@]}"
+fi
+
+export QT_QPA_PLATFORM=$platform ORVO_THEME=light
+export QT_LOGGING_RULES="default.warning=false" # the plug-in that draws in memory complains of each window
+root=$(realpath "$build")/bench
+bin=$root/bin
+orvo_db=$(realpath "$build")/bin/orvo_db
+maker=$(sha1sum <"$orvo_db")
+work=$root/work-$$
+samples=$root/samples.txt
+mkdir -p "$work"
+trap 'rm -rf "$work"' EXIT
+: >"$samples.new"
+
+sizes=(10000 50000 100000 200000)
+one_percent=고 some=김 all=%
+searches=("$one_percent:25" "$some:15" "$all:11")
+rounds=4 searches_of_growth=5 clicks=100 starts=20 peaks=3
+if $quick; then
+    searches=("$one_percent:3" "$some:2" "$all:1")
+    rounds=1 searches_of_growth=2 clicks=40 starts=4 peaks=1
+fi
+
+say() { echo "$(date +%T) $*" >&2; }
+
+# Prints the folder of a register, which is made where it is missing or another tool made it. Those of the embedded
+# engine stay for the next run.
+register() { # engine members
+    local engine=$1 members=$2 home=$root/registers/$2
+    if [[ $engine == postgresql ]]; then
+        home=$work/postgresql-$members
+    fi
+    if [[ ! -e $home/made || $(<"$home/made") != "$maker" ]]; then
+        say "making a register of $members members, $engine"
+        rm -rf "$home"
+        mkdir -p "$home/conf"
+        if [[ $engine == postgresql ]]; then
+            local host=${ORVO_TEST_POSTGRESQL#*host=} port=${ORVO_TEST_POSTGRESQL#*port=} user=${ORVO_TEST_POSTGRESQL#*user=}
+            printf '%s\n' "[SERVER]" engine=postgresql "host=${host%% *}" "port=${port%% *}" "user=${user%% *}" \
+                "database=orvo_$members" "mail_database=orvo_mail_$members" >"$home/conf/connection.ini"
+            "$orvo_db" --home "$home" init --create-databases >/dev/null 2>&1
+        fi
+        "$orvo_db" --home "$home" demo --members "$members" --seed 1 --today 20260101 >/dev/null
+        if [[ $engine == postgresql ]]; then
+            # Nothing is to start by itself while the clock runs.
+            psql -q "$ORVO_TEST_POSTGRESQL dbname=orvo_$members" -c "vacuum (analyze, freeze)" -c "checkpoint"
+        fi
+        echo "$maker" >"$home/made"
+    fi
+    echo "$home"
+}
+
+# Makes the program folder a copy of a register's, so that what a run leaves behind does not change the next one.
+export ORVO_HOME=$work/home
+move_in() { # engine members
+    local register
+    register=$(register "$1" "$2")
+    rm -rf "$ORVO_HOME"
+    cp -r "$register" "$ORVO_HOME"
+}
+
+at_work() { # engine members arguments...
+    local engine=$1 members=$2
+    shift 2
+    move_in "$engine" "$members"
+    cp "$ORVO_HOME/orvo.mdb" "$work/floor.mdb"
+    rm -f "$work"/floor.mdb-*
+    local server=$ORVO_HOME/orvo_db.sqlite
+    [[ $engine == embedded ]] || server="postgresql:$ORVO_TEST_POSTGRESQL dbname=orvo_$members"
+    "$bin/bench_work" --engine "$engine" --members "$members" --floor-server "$server" \
+        --floor-local "$work/floor.mdb" "$@" >>"$samples.new"
+}
+
+measure() { # engine
+    local engine=$1 members round
+    local -a order=("${sizes[@]}")
+    say "searches, $engine"
+    at_work "$engine" 100000 "${searches[@]/#/--search=search:}"
+    for ((round = 1; round <= peaks; round++)); do
+        at_work "$engine" 100000 --peak "$all"
+    done
+    for ((round = 1; round <= rounds; round++)); do
+        say "clicks, pages and growth, $engine, round $round of $rounds"
+        for members in "${order[@]}"; do
+            at_work "$engine" "$members" --search "growth:$one_percent:$searches_of_growth" --clicks "$clicks" \
+                --seed "$round"
+        done
+        # There and back, so that a machine that slows down in between does not look like growth.
+        mapfile -t order < <(printf '%s\n' "${order[@]}" | tac)
+    done
+}
+
+# A window that comes while the window manager starts can be lost.
+[[ $platform == offscreen ]] || sleep 2
+load=$(cut -d ' ' -f 1 /proc/loadavg)
+say "starts"
+move_in embedded 100000
+"$bin/bench_spawn" "$starts" "$bin/bench_start" "$bin/bench_bare_window" >>"$samples.new"
+engines=(embedded)
+$embedded_only || engines+=(postgresql)
+for engine in "${engines[@]}"; do
+    measure "$engine"
+done
+mv "$samples.new" "$samples"
+
+result=0
+"$bin/bench_table" "${engines[@]}" <"$samples" >"$root/table.md" || result=$?
+echo "- Drawn by the plug-in $platform, on $(nproc) cores; load before $load, after $(cut -d ' ' -f 1 /proc/loadavg)" \
+    >>"$root/table.md"
+cat "$root/table.md"
+exit "$result"

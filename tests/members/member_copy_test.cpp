@@ -1,0 +1,319 @@
+#include "db/schema/schema.h"
+#include "members/rules/member_search.h"
+#include "support/builders.h"
+#include "support/engines.h"
+#include "support/pausable_proxy.h"
+#include "support/test_register.h"
+
+#include <QTest>
+
+#include <map>
+
+using namespace orvo;
+
+namespace {
+
+const std::map<QString, QString> numbers{
+    {"9001011234568", "a"}, {"8512122234567", "b"}, {"0001013334567", "c"}, {"7703031234560", "d"}};
+const QString a = QStringLiteral("9001011234568");
+const QString b = QStringLiteral("8512122234567");
+const QString c = QStringLiteral("0001013334567");
+const QString d = QStringLiteral("7703031234560");
+const QString earlier = QStringLiteral("5501011234567");
+
+void fill_register(connection& db)
+{
+    a_member{a}.licensed("L-1001").with("email", "Kim@Orvo.kr").store_in(db);
+    a_member{b}.named("이영수").of_branch(7).licensed("2001").with("email", "lee_100%@x.kr").store_in(db);
+    a_member{c}.named("O'Brien\\Lee 🍚").of_branch(0).store_in(db);
+    a_member{d}.named("박철수").of_branch(20).store_in(db);
+    a_workplace{a}.store_in(db);
+    a_workplace{a}.named("한빛중학교").former().store_in(db);
+    a_workplace{b}.named("Seoul Hospital").store_in(db);
+    a_workplace{c}.named("새한빛병원").store_in(db);
+}
+
+void load_members(connection& db, int count)
+{
+    int next = 0;
+    std::string pers_no;
+    const std::string address(120, 'x');
+    db.load("person_m_tbl", {"pers_no", "pers_name", "pers_add"}, [&](std::vector<cell>& fields) {
+        pers_no = std::to_string(1000000000000 + next);
+        fields = {cell::of(std::string_view{pers_no}), cell::of(std::string_view{"김"}),
+                  cell::of(std::string_view{address})};
+        return next++ < count;
+    });
+}
+
+QString copied(connection& local)
+{
+    QStringList letters;
+    for (const auto row : local.read("select pers_no from person_m_tbl")) {
+        const auto known = numbers.find(row.text("pers_no"));
+        letters.append(known == numbers.end() ? row.text("pers_no") : known->second);
+    }
+    letters.sort();
+    return letters.join(u' ');
+}
+
+qint64 copy(
+    client& on, search_item item, const QString& key, const QString& branch = "0", progress* follow = nullptr,
+    const std::function<void()>& found_some = [] {})
+{
+    return copy_members(on.db_conn, on.local_conn, search_query(item, key, branch), follow, found_some);
+}
+
+/// Runs it and tells how it failed.
+std::optional<failure_kind> failure_of(const std::function<void()>& what)
+{
+    try {
+        what();
+        return {};
+    } catch (const db_failure& failure) {
+        return failure.kind();
+    }
+}
+
+class counting_watch : public line_watch {
+public:
+    explicit counting_watch(bool again) : again_{again} {}
+    bool try_again(const db_failure&) override { return ++asked < 5 && again_; }
+    bool keep_waiting(std::chrono::milliseconds, bool) override { return true; }
+    int asked = 0;
+
+private:
+    bool again_;
+};
+
+/// Cancels as soon as rows come.
+class impatient : public progress {
+public:
+    bool go_on(qint64 so_far) override { return so_far == 0; }
+};
+
+} // namespace
+
+class member_copy_test : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void a_keyword_finds_data();
+    void a_keyword_finds();
+    void cleanupTestCase() { filled_.clear(); }
+    void the_copy_holds_the_members_own_values_data();
+    void the_copy_holds_the_members_own_values();
+    void an_unfinished_search_leaves_the_earlier_copy_data();
+    void an_unfinished_search_leaves_the_earlier_copy();
+    void a_line_that_breaks_amid_the_members();
+    void a_failing_local_file_is_no_lost_server_data() { engines_under_test(); }
+    void a_failing_local_file_is_no_lost_server();
+    void nulls_of_an_existing_database_arrive_as_empty_data() { engines_under_test(); }
+    void nulls_of_an_existing_database_arrive_as_empty();
+
+private:
+    std::map<engine, std::unique_ptr<running_client>> filled_; // searches change no register
+};
+
+void member_copy_test::a_keyword_finds_data()
+{
+    QTest::addColumn<engine>("kind");
+    QTest::addColumn<search_item>("item");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("branch");
+    QTest::addColumn<QString>("found");
+    struct {
+        const char* name;
+        search_item item;
+        QString key;
+        const char* found;
+        const char* branch = "0";
+    } const searches[] = {
+        {"in front", search_item::name, "김", "a"},
+        {"in the middle", search_item::name, "영", "a b"},
+        {"at the end", search_item::name, "철수", "d"},
+        {"number anywhere", search_item::resident_number, "345", "a b c d"},
+        {"whole number", search_item::resident_number, c, "c"},
+        {"licence", search_item::licence, "001", "a b"},
+        {"licence in small letters", search_item::licence, "l-1", "a"},
+        {"workplaces of like names", search_item::workplace, "한빛", "a a c"},
+        {"workplace in capitals", search_item::workplace, "SEOUL", "b"},
+        {"mail in small letters", search_item::email, "kim@ORVO", "a"},
+        {"name in capitals", search_item::name, "O'BRIEN", "c"},
+        {"apostrophe", search_item::name, "o'b", "c"},
+        {"backslash", search_item::name, "\\", "c"},
+        {"backslash and letters", search_item::name, "N\\l", "c"},
+        {"emoji", search_item::name, "🍚", "c"},
+        {"blank", search_item::name, " ", "c"},
+        {"10,000 characters", search_item::name, QString{10'000, QChar{u'가'}}, ""},
+        {"NUL", search_item::name, QString{"영"} + QChar{u'\0'} + QString{"희"}, "a"},
+        {"everybody", search_item::name, "%", "a b c d"},
+        {"percent as it is in the field", search_item::email, "00%@x", "b"},
+        {"any letter", search_item::name, "김_희", "a"},
+        {"fragment", search_item::name, "' or '1'='1", ""},
+        {"two statements", search_item::name, "'; delete from person_m_tbl; --", ""},
+        {"nobody's licence", search_item::licence, "9", ""},
+        {"branch", search_item::name, "%", "b c", "7"},
+        {"branch with a nought", search_item::name, "%", "b c", "07"},
+        {"branch with blanks", search_item::resident_number, "1", "b c", " 7 "},
+        {"head office by two noughts", search_item::name, "%", "a b c d", "00"},
+        {"no branch known", search_item::name, "%", "a b c d", ""},
+        {"branch and licence", search_item::licence, "001", "b", "7"},
+        {"branch and mail", search_item::email, "@", "a", "10"},
+        {"branch and workplace", search_item::workplace, "한빛", "c", "7"},
+        {"branch and a workplace of the own", search_item::workplace, "한빛", "a a c", "10"},
+    };
+    for (const engine kind : engines)
+        for (const auto& each : searches)
+            QTest::addRow("%s: %s", name_of(kind), each.name)
+                << kind << each.item << each.key << QString{each.branch} << QString{each.found};
+}
+
+void member_copy_test::a_keyword_finds()
+{
+    FETCH_ENGINE(kind);
+    QFETCH(search_item, item);
+    QFETCH(QString, key);
+    QFETCH(QString, branch);
+    QFETCH(QString, found);
+    auto& filled = filled_[kind];
+    if (!filled) {
+        filled = std::make_unique<running_client>(kind);
+        fill_register(filled->c.db_conn);
+    }
+    client& on = filled->c;
+    on.local_conn.direct("delete from person_m_tbl");
+    const qint64 count = copy(on, item, key, branch);
+    QCOMPARE(copied(on.local_conn), found);
+    QCOMPARE(count, static_cast<qint64>(found.isEmpty() ? 0 : found.count(u' ') + 1));
+    QCOMPARE(on.db_conn.number("select count(*) as n from person_m_tbl"), 4);
+}
+
+void member_copy_test::the_copy_holds_the_members_own_values_data()
+{
+    QTest::addColumn<engine>("kind");
+    QTest::addColumn<search_item>("item");
+    for (const engine kind : engines)
+        for (const search_item item : {search_item::name, search_item::workplace})
+            QTest::addRow("%s: item %d", name_of(kind), static_cast<int>(item)) << kind << item;
+}
+
+void member_copy_test::the_copy_holds_the_members_own_values()
+{
+    FETCH_ENGINE(kind);
+    QFETCH(search_item, item);
+    running_client on{kind};
+    a_row member{"person_m_tbl"};
+    int value = 100;
+    for (const column& each : find_table(database::server, "person_m_tbl")->columns)
+        member.with(each.name, each.width > 0 && each.width < 5 ? value++ % 10 : value++);
+    member.with("pers_no", a).with("pers_name", "한빛").store_in(on.c.db_conn);
+    // A workplace has a postal code and a date of registration as well.
+    a_workplace{a}.with("code_post", "999999").with("regi_date", "19990909").store_in(on.c.db_conn);
+    QCOMPARE(copy(on.c, item, "한빛"), 1);
+    const rows original = on.c.db_conn.read("select * from person_m_tbl");
+    const rows copy_of_it = on.c.local_conn.read("select * from person_m_tbl");
+    for (const column& each : find_table(database::local, "person_m_tbl")->columns)
+        QCOMPARE(copy_of_it.front().text(each.name), original.front().text(each.name));
+}
+
+void member_copy_test::an_unfinished_search_leaves_the_earlier_copy_data()
+{
+    QTest::addColumn<engine>("kind");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<std::optional<failure_kind>>("failure");
+    for (const engine kind : engines) {
+        const char* name = name_of(kind);
+        QTest::addRow("%s: nobody", name) << kind << "없는 이름" << std::optional<failure_kind>{};
+        QTest::addRow("%s: cancelled", name) << kind << "김" << std::optional{failure_kind::cancelled};
+        QTest::addRow("%s: disk full", name) << kind << "김" << std::optional{failure_kind::disk_full};
+    }
+}
+
+void member_copy_test::an_unfinished_search_leaves_the_earlier_copy()
+{
+    FETCH_ENGINE(kind);
+    QFETCH(QString, key);
+    QFETCH(std::optional<failure_kind>, failure);
+    running_client on{kind};
+    load_members(on.c.db_conn, 2000);
+    a_member{earlier}.store_in(on.c.local_conn);
+    impatient cancels;
+    if (failure == failure_kind::disk_full)
+        on.c.local_conn.direct("pragma max_page_count=1"); // what it has is what it gets
+    const auto way = failure_of([&] {
+        // Nobody is asked within the first 30 ms.
+        copy(on.c, search_item::name, key, "0", failure == failure_kind::cancelled ? &cancels : nullptr,
+             [] { QTest::qSleep(40); });
+    });
+    QCOMPARE(way, failure);
+    QCOMPARE(copied(on.c.local_conn), earlier);
+    on.c.local_conn.direct("pragma max_page_count=1000000");
+    QCOMPARE(copy(on.c, search_item::name, "김"), 2000);
+    QCOMPARE(on.c.local_conn.number("select count(*) as n from person_m_tbl"), 2000);
+}
+
+void member_copy_test::a_line_that_breaks_amid_the_members()
+{
+    if (!is_at_hand(engine::postgresql))
+        QSKIP("ORVO_TEST_POSTGRESQL names no server; scripts/with_postgresql.sh starts one");
+    const test_register its{engine::postgresql};
+    connection straight = its.connect();
+    load_members(straight, 3000);
+    connection local = its.connect(database::local);
+    a_member{earlier}.store_in(local);
+    pausable_proxy proxy{its.address()};
+    connection db = make_connection(proxy.address(), database::server);
+    for (const bool again : {false, true}) {
+        counting_watch watch{again};
+        db.set_watch(&watch);
+        db.reopen();
+        proxy.cut_after(200'000); // of some 600,000
+        const auto way = failure_of(
+            [&] { copy_members(db, local, search_query(search_item::name, "김", "0"), nullptr, [] {}); });
+        QCOMPARE(watch.asked, 1);
+        QCOMPARE(way, again ? std::nullopt : std::optional{failure_kind::line_lost});
+        QCOMPARE(local.number("select count(*) as n from person_m_tbl"), again ? 3000 : 1);
+        QCOMPARE(local.read("select distinct pers_no from person_m_tbl").size(),
+                 std::size_t(again ? 3000 : 1));
+        db.set_watch(nullptr);
+    }
+}
+
+void member_copy_test::a_failing_local_file_is_no_lost_server()
+{
+    FETCH_ENGINE(kind);
+    running_client on{kind};
+    a_member{a}.store_in(on.c.db_conn);
+    counting_watch watch{true};
+    on.c.db_conn.set_watch(&watch);
+    on.c.local_conn.close();
+    QVERIFY(failure_of([&] { copy(on.c, search_item::name, "김"); }).has_value());
+    QCOMPARE(watch.asked, 0); // trying again would never help
+    on.c.local_conn.open();
+    QCOMPARE(copy(on.c, search_item::name, "김"), 1);
+}
+
+void member_copy_test::nulls_of_an_existing_database_arrive_as_empty()
+{
+    FETCH_ENGINE(kind);
+    running_client on{kind};
+    std::string columns;
+    for (const column& each : find_table(database::server, "person_m_tbl")->columns)
+        columns += (columns.empty() ? "" : ",") + std::string{each.name} +
+                   (each.type == column_type::text ? " text" : " bigint");
+    on.c.db_conn.direct("drop table person_m_tbl");
+    on.c.db_conn.direct("create table person_m_tbl(" + columns + ")");
+    on.c.db_conn.direct("insert into person_m_tbl(pers_no,pers_name) values ('9001011234568','김')");
+    QCOMPARE(copy(on.c, search_item::name, "김"), 1);
+    const rows member = on.c.local_conn.read("select * from person_m_tbl");
+    for (const column& each : find_table(database::local, "person_m_tbl")->columns) {
+        if (each.name == "pers_no" || each.name == "pers_name")
+            continue;
+        QVERIFY2(!member.front().is_null(each.name), each.name.data());
+        QCOMPARE(member.front().text(each.name), each.type == column_type::text ? QString{} : QString{"0"});
+    }
+}
+
+QTEST_GUILESS_MAIN(member_copy_test)
+#include "member_copy_test.moc"

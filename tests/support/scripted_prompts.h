@@ -1,0 +1,42 @@
+#pragma once
+
+#include "client/prompts.h"
+
+#include <QList>
+
+#include <utility>
+
+namespace orvo {
+
+/// Prompts that a test answers. It keeps what was told, answers questions from a queue, and fails the running
+/// test at a question that nobody expected and at an answer that nobody asked for.
+class scripted_prompts : public prompts {
+public:
+    ~scripted_prompts() override;
+
+    void tell(const message& what) override { told_.append(what); }
+    bool ask(const message& what, const QString& first, const QString& second,
+             answer usual = answer::first) override;
+    void note(const QString& text) override { notes_.append(text); }
+
+    /// The next question must bear this text; it gets this answer.
+    void will_answer(const QString& question, answer what) { expected_.append({question, what}); }
+    /// What was told since the last call.
+    QList<message> take_told() { return std::exchange(told_, {}); }
+    /// The texts alone.
+    QStringList take_texts();
+    /// What was said in passing since the last call.
+    QStringList take_notes() { return std::exchange(notes_, {}); }
+
+private:
+    struct expectation {
+        QString question;
+        answer what;
+    };
+
+    QList<message> told_;
+    QStringList notes_;
+    QList<expectation> expected_;
+};
+
+} // namespace orvo

@@ -1,0 +1,5 @@
+#pragma once
+
+#include "base/core_pch.h"
+
+#include <QTest>
