@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 
 scripts/install.sh
-scripts/build.sh build
+scripts/build.sh build -- orvo orvo_db orvo_tour
 
 demo=build/demo
 if [[ ! -e $demo/operators.txt ]]; then
