@@ -1,5 +1,7 @@
 #include "db/postgresql_line.h"
 
+#include <QRegularExpression>
+
 #include <poll.h>
 
 #include <cerrno>
@@ -60,11 +62,14 @@ void postgresql_line::fail(const PGresult* result)
 
 void postgresql_line::fail_to_open()
 {
-    // libpq hands no code on for a refused login, but the server's words follow the code it sent.
-    const QString text = message_of(PQerrorMessage(line_));
-    const bool refused = text.contains(QLatin1String("authentication failed")) ||
-                         text.contains(QLatin1String("no password supplied")) ||
-                         text.contains(QLatin1String("does not exist"));
+    // No result holds the server's code here. Told to be verbose, libpq puts it before the server's words,
+    // which are in a language of the server's own, and the place in the server's source behind them.
+    static const QRegularExpression code{QStringLiteral(":  ([0-9A-Z]{5}): ")};
+    static const QRegularExpression place{QStringLiteral("\n\\S+:  \\w+, \\S+:\\d+")};
+    QString text = message_of(PQerrorMessage(line_));
+    const failure_kind kind = kind_of(code.match(text).captured(1).toStdString());
+    const bool refused = kind == failure_kind::login_refused || PQconnectionNeedsPassword(line_);
+    text.replace(code, QStringLiteral(":  ")).remove(place);
     close();
     if (refused)
         throw db_failure{failure_kind::login_refused, text};
@@ -110,6 +115,7 @@ void postgresql_line::open(const driver::tick& waiting)
         fail_to_open();
     PQsetNoticeProcessor(
         line_, [](void*, const char*) {}, nullptr);
+    PQsetErrorVerbosity(line_, PQERRORS_VERBOSE);
     try {
         for (auto state = PGRES_POLLING_WRITING; state != PGRES_POLLING_OK; state = PQconnectPoll(line_)) {
             if (state == PGRES_POLLING_FAILED)
@@ -121,6 +127,7 @@ void postgresql_line::open(const driver::tick& waiting)
         close();
         throw;
     }
+    PQsetErrorVerbosity(line_, PQERRORS_DEFAULT);
     PQsetnonblocking(line_, 1);
 }
 

@@ -63,9 +63,8 @@ manager_main_frm::manager_main_frm(client& c, desk& at, QWidget* over)
     con_txt->setMinimumHeight(con_txt->fontMetrics().lineSpacing() * 5);
     con_txt->setAlignment(Qt::AlignTop);
     con_txt->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    dues_h_grd->set_empty_text(QStringLiteral("등록된 회비가 없습니다."));
-    com_grd->set_empty_text(QStringLiteral("등록된 근무처가 없습니다."));
-    contract_grd->set_empty_text(QStringLiteral("약정 입금 내역이 없습니다."));
+    for (grid* panel : {dues_h_grd, dues_b_grd, com_grd, contract_grd})
+        panel->set_empty_text(QStringLiteral("회원을 선택하면 보입니다."));
     custom_lst->setAccessibleName(QStringLiteral("회원리스트"));
     dues_h_grd->setAccessibleName(QStringLiteral("회비현황"));
     dues_b_grd->setAccessibleName(QStringLiteral("회비 입금 내역"));
@@ -191,6 +190,7 @@ void manager_main_frm::show_dues()
 {
     dues_b_grd->set_empty_text(QStringLiteral("회비년도를 선택하면 입금 내역이 보입니다."));
     dues_b_grd->clear_rows();
+    dues_h_grd->set_empty_text(QStringLiteral("등록된 회비가 없습니다."));
     fill(dues_h_grd, dues_years(c_.db_conn, c_.selected_pers_no));
 }
 
@@ -206,10 +206,15 @@ void manager_main_frm::show_contract()
 {
     const pledge found = read_pledge(c_.db_conn, c_.selected_pers_no);
     con_txt->setText(found.text);
+    contract_grd->set_empty_text(QStringLiteral("약정 입금 내역이 없습니다."));
     fill(contract_grd, found.instalments);
 }
 
-void manager_main_frm::show_company() { fill(com_grd, workplaces(c_.db_conn, c_.selected_pers_no)); }
+void manager_main_frm::show_company()
+{
+    com_grd->set_empty_text(QStringLiteral("등록된 근무처가 없습니다."));
+    fill(com_grd, workplaces(c_.db_conn, c_.selected_pers_no));
+}
 
 /// From the list to the panels and round again, past the many fields between them.
 void manager_main_frm::go_to_next_panel()
