@@ -12,8 +12,9 @@ struct phone_parts {
     bool operator==(const phone_parts&) const = default;
 };
 
-/// Cuts a telephone or fax number, stored as digits without separators, into the three fields of a form. Seoul's
-/// "02" is the one area code of two digits. A number whose length fits no pattern yields its area code alone.
+/// Cuts a telephone or fax number, stored as digits without separators, into the three fields of a form.
+/// Seoul's "02" is the one area code of two digits. A number whose length fits no pattern yields its area
+/// code alone.
 phone_parts cut_phone(QStringView digits);
 
 /// Cuts a mobile number: always three digits in front and the last four behind.

@@ -9,14 +9,17 @@
 namespace orvo {
 
 client::client(program_folder in, const server_address& at, prompts& with, std::function<QDateTime()> clock)
-    : folder{std::move(in)}, server{at}, say{with}, now{std::move(clock)},
-      local_conn{make_connection(server, database::local)},
+    : folder{std::move(in)}, server{at}, say{with}, now{std::move(clock)}, local_conn{make_connection(
+                                                                               server, database::local)},
       db_conn{make_connection(server, database::server)}, mail_conn{make_connection(server, database::mail)},
       settings{folder.file(QStringLiteral("conf/user.ini")), QSettings::IniFormat}
 {
 }
 
-QString client::today() const { return stored_date(now().date()); }
+QString client::today() const
+{
+    return stored_date(now().date());
+}
 
 void client::watch_lines(line_watch* watch)
 {

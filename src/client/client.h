@@ -12,8 +12,8 @@
 
 namespace orvo {
 
-/// The running client: what every screen is handed. There is one in a program, but nothing says so: a test makes its
-/// own in a folder of its own.
+/// The running client: what every screen is handed. There is one in a program, but nothing says so: a test
+/// makes its own in a folder of its own.
 class client : public session_variables, public handover_variables {
 public:
     /// Opens nothing yet. `now` is the clock.
@@ -37,13 +37,14 @@ public:
     void watch_lines(line_watch* watch);
 };
 
-/// Makes the local file anew and opens it: empty but for the code tables, which come from the open register. What was
-/// there is kept beside it, for whoever looks into the damage. Throws db_failure.
+/// Makes the local file anew and opens it: empty but for the code tables, which come from the open register.
+/// What was there is kept beside it, for whoever looks into the damage. Throws db_failure.
 void remake_local_file(client& c);
 
 enum class inspection { quick, thorough };
 
-/// Whether the open local file has all its tables and columns; in a thorough look, whether all its rows can be read.
+/// Whether the open local file has all its tables and columns; in a thorough look, whether all its rows can
+/// be read.
 bool is_local_file_sound(connection& local, inspection how = inspection::quick);
 
 } // namespace orvo

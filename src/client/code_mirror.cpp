@@ -35,7 +35,8 @@ private:
             names.append(names.empty() ? "" : ",").append(each.name);
             slots_of_values.append(slots_of_values.empty() ? "'{" : ",'{").append(each.name).append("}'");
         }
-        return "insert into " + std::string{mirrored.name} + " (" + names + ") values (" + slots_of_values + ")";
+        return "insert into " + std::string{mirrored.name} + " (" + names + ") values (" + slots_of_values +
+               ")";
     }
 };
 

@@ -31,8 +31,9 @@ engine engine_of(const QString& name)
         return engine::postgresql;
     if (name == QLatin1String("sqlserver"))
         return engine::sqlserver;
-    throw db_failure{failure_kind::other,
-                     QStringLiteral("conf/connection.ini의 engine 값 \"%1\"을(를) 알 수 없습니다.").arg(name)};
+    throw db_failure{
+        failure_kind::other,
+        QStringLiteral("conf/connection.ini의 engine 값 \"%1\"을(를) 알 수 없습니다.").arg(name)};
 }
 
 } // namespace
@@ -49,7 +50,8 @@ QString read_conf_value(const program_folder& folder, const QString& file, const
 server_address read_server_address(const program_folder& folder)
 {
     server_address server;
-    server.kind = engine_of(server_value(folder, QStringLiteral("engine"), QStringLiteral("embedded")).toLower());
+    server.kind =
+        engine_of(server_value(folder, QStringLiteral("engine"), QStringLiteral("embedded")).toLower());
     server.folder = folder.path;
     server.host = server_value(folder, QStringLiteral("host"), QStringLiteral("localhost"));
     server.port = server_value(folder, QStringLiteral("port")).toInt();

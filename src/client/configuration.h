@@ -7,13 +7,13 @@
 
 namespace orvo {
 
-/// The text of `key` in `section` of an INI file in the folder `conf`, at most 255 characters of it. The section is
-/// looked up in upper case. A missing key, section or file gives "Default".
+/// The text of `key` in `section` of an INI file in the folder `conf`, at most 255 characters of it. The
+/// section is looked up in upper case. A missing key, section or file gives "Default".
 QString read_conf_value(const program_folder& folder, const QString& file, const QString& section,
                         const QString& key);
 
-/// Where the server is, from `conf/connection.ini`, section [SERVER]; the embedded engine in the program folder where
-/// the file or a key is missing. Throws db_failure on an engine that does not exist.
+/// Where the server is, from `conf/connection.ini`, section [SERVER]; the embedded engine in the program
+/// folder where the file or a key is missing. Throws db_failure on an engine that does not exist.
 server_address read_server_address(const program_folder& folder);
 
 } // namespace orvo

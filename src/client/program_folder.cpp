@@ -18,7 +18,8 @@ bool can_write_in(const QString& folder)
     return probe.open();
 }
 
-/// The templates' files go with the rights of their owner alone: the configuration will hold the server's password.
+/// The templates' files go with the rights of their owner alone: the configuration will hold the server's
+/// password.
 void fill_from_templates(const QString& folder)
 {
     const QDir templates{QCoreApplication::applicationDirPath() + QStringLiteral("/../share/orvo/home")};

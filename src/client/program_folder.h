@@ -12,8 +12,8 @@ struct program_folder {
     QString file(const QString& name) const { return path + u'/' + name; }
 };
 
-/// The folder that ORVO_HOME names; else the one of the running program where it holds `conf`; else one in the user's
-/// data location, filled from the installed templates at its first use.
+/// The folder that ORVO_HOME names; else the one of the running program where it holds `conf`; else one in
+/// the user's data location, filled from the installed templates at its first use.
 program_folder find_program_folder();
 
 /// The given folder, made where it is missing.

@@ -20,13 +20,14 @@ class prompts {
 public:
     virtual ~prompts() = default;
     virtual void tell(const message& what) = 0;
-    /// True where the operator chose the first of the two answers. Closing the box is the second; Enter is `usual`.
+    /// True where the operator chose the first of the two answers. Closing the box is the second; Enter is
+    /// `usual`.
     virtual bool ask(const message& what, const QString& first, const QString& second,
                      answer usual = answer::first) = 0;
     /// Said in passing, in the status bar.
     virtual void note(const QString& text) = 0;
-    /// A file turned out damaged. True where it was the workstation's own and has been made anew, so that the operator
-    /// can do again what failed.
+    /// A file turned out damaged. True where it was the workstation's own and has been made anew, so that the
+    /// operator can do again what failed.
     virtual bool mend_local_file() { return false; }
 };
 

@@ -4,7 +4,8 @@
 
 namespace orvo {
 
-/// Who works here. Written by the login alone, but for `current_screen`, which each screen sets when it opens.
+/// Who works here. Written by the login alone, but for `current_screen`, which each screen sets when it
+/// opens.
 struct session_variables {
     bool session_ok = false;
     QString session_branch; ///< code of the branch as text; the number 0 is head office
@@ -22,7 +23,8 @@ struct session_variables {
     bool is_branch_operator() const { return session_branch.trimmed().toInt() != 0; }
 };
 
-/// What a screen sets just before it opens a dialog on the record that the operator chose. They outlive screens.
+/// What a screen sets just before it opens a dialog on the record that the operator chose. They outlive
+/// screens.
 struct handover_variables {
     QString selected_pers_no; ///< empty: no member is open
     QString cur_val_year;

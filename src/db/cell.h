@@ -7,8 +7,8 @@
 
 namespace orvo {
 
-/// One field on its way between an engine and a statement. The bytes belong to the engine and are good until the next
-/// row is asked for.
+/// One field on its way between an engine and a statement. The bytes belong to the engine and are good until
+/// the next row is asked for.
 struct cell {
     enum class kind : std::uint8_t { null, number, text };
 
@@ -26,7 +26,8 @@ using column_names = std::vector<std::string_view>;
 class row_sink {
 public:
     virtual ~row_sink() = default;
-    /// Before the first row, and once more with each new try after the line was lost: what came before is void then.
+    /// Before the first row, and once more with each new try after the line was lost: what came before is
+    /// void then.
     virtual void begin(const column_names& names) = 0;
     /// False ends the reading.
     virtual bool take(std::span<const cell> row) = 0;

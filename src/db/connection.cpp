@@ -85,7 +85,10 @@ connection::connection(std::unique_ptr<driver> way, line_watch* watch)
 connection::~connection() = default;
 connection::connection(connection&&) noexcept = default;
 
-engine connection::kind() const { return way_->kind(); }
+engine connection::kind() const
+{
+    return way_->kind();
+}
 
 void connection::open()
 {
@@ -130,8 +133,8 @@ const ready_statement& connection::ready(std::string_view text, const values& gi
         const statement_text statement{text};
         known::forms made{translate(statement, text, kind(), way_->where(), false), nullptr};
         if (has_letter_variant(statement, kind()))
-            made.letters = std::make_unique<ready_statement>(
-                translate(statement, text, kind(), way_->where(), true));
+            made.letters =
+                std::make_unique<ready_statement>(translate(statement, text, kind(), way_->where(), true));
         found = known_->statements.emplace(text, std::move(made)).first;
     }
     const known::forms& forms = found->second;
@@ -220,7 +223,10 @@ qint64 connection::write(std::string_view text, const values& given)
     return run(ready(text, given), given, nullptr, nullptr, false);
 }
 
-repeated_write connection::repeat(std::string_view text) { return {*way_, ready(text, {})}; }
+repeated_write connection::repeat(std::string_view text)
+{
+    return {*way_, ready(text, {})};
+}
 
 void repeated_write::operator()(std::span<const cell> fields)
 {
@@ -240,7 +246,10 @@ void repeated_write::operator()(std::span<const cell> fields)
     way_->run_again(*text_, fields_);
 }
 
-void connection::direct(const std::string& text) { way_->direct(text); }
+void connection::direct(const std::string& text)
+{
+    way_->direct(text);
+}
 
 void connection::load(std::string_view table, const std::vector<std::string_view>& columns,
                       const std::function<bool(std::vector<cell>&)>& next)

@@ -51,12 +51,13 @@ private:
     std::vector<cell> fields_;
 };
 
-/// One database, for as long as the client runs: reopen() changes what is inside. Statement texts are templates with
-/// `{name}` slots, in UTF-8: a slot inside single quotes takes a text, one outside takes a whole number. The text must
-/// outlive nothing; what was made of it is kept and found again.
+/// One database, for as long as the client runs: reopen() changes what is inside. Statement texts are
+/// templates with
+/// `{name}` slots, in UTF-8: a slot inside single quotes takes a text, one outside takes a whole number. The
+/// text must outlive nothing; what was made of it is kept and found again.
 ///
-/// Every call throws db_failure. A lost line is not one as long as the watch says to try again: the statement waits
-/// in place. A write that was sent and not answered is sent again only where twice does what once does.
+/// Every call throws db_failure. A lost line is not one as long as the watch says to try again: the statement
+/// waits in place. A write that was sent and not answered is sent again only where twice does what once does.
 class connection {
 public:
     explicit connection(std::unique_ptr<driver> way, line_watch* watch = nullptr);
@@ -83,8 +84,8 @@ public:
     /// A text of the engine's own dialect, as it stands and without slots: definitions and settings.
     void direct(const std::string& text);
 
-    /// Fills a table by the engine's fastest way, all or nothing. `next` writes one row's fields, in the order of
-    /// `columns`, into what it is given, and returns false at the end. Numbers must come as numbers.
+    /// Fills a table by the engine's fastest way, all or nothing. `next` writes one row's fields, in the
+    /// order of `columns`, into what it is given, and returns false at the end. Numbers must come as numbers.
     void load(std::string_view table, const std::vector<std::string_view>& columns,
               const std::function<bool(std::vector<cell>&)>& next);
 
@@ -99,7 +100,8 @@ private:
     bool busy_ = false;
 
     const ready_statement& ready(std::string_view text, const values& given);
-    qint64 run(const ready_statement& text, const values& given, row_sink* sink, progress* follow, bool large);
+    qint64 run(const ready_statement& text, const values& given, row_sink* sink, progress* follow,
+               bool large);
     void ask_and_reopen(const db_failure& lost);
 };
 

@@ -163,8 +163,8 @@ private:
         return false;
     }
 
-    /// "a join b join c on x on y" is known to all engines but the embedded one, which takes "on (x) and (y)". All
-    /// joins are inner, so that the conditions may stand together.
+    /// "a join b join c on x on y" is known to all engines but the embedded one, which takes "on (x) and
+    /// (y)". All joins are inner, so that the conditions may stand together.
     void write_on()
     {
         if (in_joined_condition_) {
@@ -188,8 +188,8 @@ private:
         in_joined_condition_ = false;
     }
 
-    /// Rows that are alike in the statement's order, or that have none, come in key order: so no update makes a panel
-    /// jump.
+    /// Rows that are alike in the statement's order, or that have none, come in key order: so no update makes
+    /// a panel jump.
     void add_order()
     {
         const table* first = find_table(where_, statement_.first_table());

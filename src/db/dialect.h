@@ -40,8 +40,8 @@ struct ready_statement {
     std::vector<bound_value> bind(const values& given) const;
 };
 
-/// A template in the engine's dialect. Where `letters` is set, Latin letters in `like` are compared without case by
-/// the engine's slower way; where no value holds a letter with case, the faster way finds the same.
+/// A template in the engine's dialect. Where `letters` is set, Latin letters in `like` are compared without
+/// case by the engine's slower way; where no value holds a letter with case, the faster way finds the same.
 ready_statement translate(const statement_text& statement, std::string_view text, engine kind, database where,
                           bool letters);
 

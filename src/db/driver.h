@@ -20,8 +20,8 @@ struct line_break : db_failure {
     bool may_have_run;
 };
 
-/// One engine, thinly: open, run a ready statement, hand its rows on, report failures in the engine's own words.
-/// Throws line_break where the line is lost, db_failure for all else.
+/// One engine, thinly: open, run a ready statement, hand its rows on, report failures in the engine's own
+/// words. Throws line_break where the line is lost, db_failure for all else.
 class driver {
 public:
     /// Asked some 30 times a second while a statement runs; false ends it.
@@ -33,10 +33,10 @@ public:
     virtual void open(const tick& waiting) = 0;
     virtual void close() = 0;
 
-    /// Runs a statement; rows go to the sink, where there is one. Returns the number of rows written. `large` fetches
-    /// row by row. Throws failure_kind::cancelled where the tick ended it.
-    virtual qint64 run(const ready_statement& statement, const std::vector<bound_value>& bound, row_sink* sink,
-                       bool large, const tick& waiting) = 0;
+    /// Runs a statement; rows go to the sink, where there is one. Returns the number of rows written. `large`
+    /// fetches row by row. Throws failure_kind::cancelled where the tick ended it.
+    virtual qint64 run(const ready_statement& statement, const std::vector<bound_value>& bound,
+                       row_sink* sink, bool large, const tick& waiting) = 0;
     /// The same for a statement that runs many times in a row: the fields as they come, no rows, no waiting.
     virtual void run_again(const ready_statement& statement, std::span<const cell> fields) = 0;
     /// A text of the engine's own.

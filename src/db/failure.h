@@ -21,9 +21,9 @@ enum class failure_kind {
     other
 };
 
-/// The one failure of the database layer. `number()` is the error number by which operators and the shared error box
-/// know a failure; `text()` is the engine's own text; `statement()` the text that failed, with its slots unfilled
-/// (it never holds a member's data).
+/// The one failure of the database layer. `number()` is the error number by which operators and the shared
+/// error box know a failure; `text()` is the engine's own text; `statement()` the text that failed, with its
+/// slots unfilled (it never holds a member's data).
 class db_failure : public std::exception {
 public:
     db_failure(failure_kind kind, QString text, QString statement = {});

@@ -24,7 +24,8 @@ connection make_connection(const server_address& server, database which, file_us
         return connection{make_sqlite_driver(file_of(server, which), which, use)};
     if (server.kind == engine::postgresql)
         return connection{make_postgresql_driver(server, which)};
-    throw db_failure{failure_kind::other, QStringLiteral("이 프로그램에는 SQL Server 접속 기능이 들어 있지 않습니다.")};
+    throw db_failure{failure_kind::other,
+                     QStringLiteral("이 프로그램에는 SQL Server 접속 기능이 들어 있지 않습니다.")};
 }
 
 } // namespace orvo

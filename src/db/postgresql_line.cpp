@@ -41,11 +41,6 @@ bool ends_line(std::string_view state)
     return state == "57P01" || state == "57P02" || state == "57P03";
 }
 
-steady_clock::time_point forever()
-{
-    return steady_clock::time_point::max();
-}
-
 } // namespace
 
 void postgresql_line::fail(const PGresult* result)
@@ -154,23 +149,30 @@ void postgresql_line::expect_alive()
         throw line_break{message_of(PQerrorMessage(line_)), false};
 }
 
+/// The server ends a statement at its time-out; a server that does not even do that is gone.
+steady_clock::time_point postgresql_line::longest_silence() const
+{
+    return steady_clock::now() + server_.statement_timeout + std::chrono::seconds{5};
+}
+
 void postgresql_line::flush(const driver::tick& waiting)
 {
+    const auto deadline = longest_silence();
     while (true) {
         const int left = PQflush(line_);
         if (left < 0)
             fail(nullptr);
         if (left == 0)
             return;
-        wait_for_socket(POLLIN | POLLOUT, waiting, forever());
+        if (!wait_for_socket(POLLIN | POLLOUT, waiting, deadline))
+            throw line_break{QStringLiteral("the server does not answer"), true};
         PQconsumeInput(line_);
     }
 }
 
 result_handle postgresql_line::next_result(const driver::tick& waiting)
 {
-    // The server ends a statement at its time-out; a server that does not even do that is gone.
-    const auto deadline = steady_clock::now() + server_.statement_timeout + std::chrono::seconds{5};
+    const auto deadline = longest_silence();
     while (PQisBusy(line_)) {
         if (!wait_for_socket(POLLIN, waiting, deadline))
             throw line_break{QStringLiteral("the server does not answer"), true};

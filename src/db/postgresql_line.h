@@ -47,6 +47,7 @@ private:
     PGconn* line_ = nullptr;
 
     [[noreturn]] void fail_to_open();
+    std::chrono::steady_clock::time_point longest_silence() const;
     bool wait_for_socket(short events, const driver::tick& waiting,
                          std::chrono::steady_clock::time_point deadline);
 };

@@ -37,9 +37,15 @@ QString rows::row::text(std::string_view column) const
     return field ? QString::fromStdString(*field) : QString{};
 }
 
-qint64 rows::row::number(std::string_view column) const { return whole_part(text(column)); }
+qint64 rows::row::number(std::string_view column) const
+{
+    return whole_part(text(column));
+}
 
-bool rows::row::is_null(std::string_view column) const { return !find(column); }
+bool rows::row::is_null(std::string_view column) const
+{
+    return !find(column);
+}
 
 void rows::begin(const column_names& names)
 {

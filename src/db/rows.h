@@ -10,15 +10,15 @@
 
 namespace orvo {
 
-/// The rows of a statement, read to their end. Columns are found by name, without case; of several columns of one
-/// name the first. A name that the statement does not bring is the caller's mistake (std::logic_error).
+/// The rows of a statement, read to their end. Columns are found by name, without case; of several columns of
+/// one name the first. A name that the statement does not bring is the caller's mistake (std::logic_error).
 class rows : public row_sink {
 public:
     class row {
     public:
         row(const rows& all, std::size_t index) : all_{&all}, index_{index} {}
 
-        QString text(std::string_view column) const; ///< a null is an empty text
+        QString text(std::string_view column) const;  ///< a null is an empty text
         qint64 number(std::string_view column) const; ///< the whole part; an empty text or a null is 0
         bool is_null(std::string_view column) const;
 
@@ -33,7 +33,11 @@ public:
     public:
         iterator(const rows& all, std::size_t index) : all_{&all}, index_{index} {}
         row operator*() const { return {*all_, index_}; }
-        iterator& operator++() { ++index_; return *this; }
+        iterator& operator++()
+        {
+            ++index_;
+            return *this;
+        }
         bool operator!=(const iterator& other) const { return index_ != other.index_; }
 
     private:

@@ -11,9 +11,18 @@ namespace orvo {
 
 namespace {
 
-bool starts_word(char c) { return std::isalpha(static_cast<unsigned char>(c)) || c == '_' || (c & 0x80); }
-bool continues_word(char c) { return starts_word(c) || (c >= '0' && c <= '9'); }
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
+bool starts_word(char c)
+{
+    return std::isalpha(static_cast<unsigned char>(c)) || c == '_' || (c & 0x80);
+}
+bool continues_word(char c)
+{
+    return starts_word(c) || (c >= '0' && c <= '9');
+}
+bool is_digit(char c)
+{
+    return c >= '0' && c <= '9';
+}
 
 std::string lower(std::string_view text)
 {
@@ -120,7 +129,10 @@ bool is_arithmetic(const token& t)
     return t.is == token::kind::sign && (t.text == "+" || t.text == "-" || t.text == "*" || t.text == "/");
 }
 
-bool is_number_column(const token& t) { return t.is == token::kind::word && is_number(t.text); }
+bool is_number_column(const token& t)
+{
+    return t.is == token::kind::word && is_number(t.text);
+}
 
 } // namespace
 
@@ -186,8 +198,8 @@ void statement_text::find_first_table()
         return;
     first_table_ = lower(tokens_[at].text);
     first_alias_ = first_table_;
-    static constexpr std::array<std::string_view, 8> not_an_alias{"where", "inner", "order", "group",
-                                                                  "set",   "values", "left", "on"};
+    static constexpr std::array<std::string_view, 8> not_an_alias{"where", "inner",  "order", "group",
+                                                                  "set",   "values", "left",  "on"};
     if (++at < tokens_.size() && tokens_[at].is == token::kind::word &&
         std::none_of(not_an_alias.begin(), not_an_alias.end(),
                      [&](std::string_view word) { return tokens_[at].is_word(word); }))
@@ -261,15 +273,27 @@ bool statement_text::can_be_repeated() const
         return false;
     const std::size_t set = find_word("set");
     const std::size_t where = find_word("where");
+    std::vector<std::string> assigned;
+    for (std::size_t i = set + 1; i + 1 < where; ++i)
+        if (tokens_[i + 1].is_sign("=") && (i == set + 1 || tokens_[i - 1].is_sign(",")))
+            assigned.push_back(lower(tokens_[i].text));
+    // An assignment that reads what the statement itself changes would count twice.
     for (std::size_t i = set + 1; i < where; ++i)
-        if (is_arithmetic(tokens_[i]))
+        if (tokens_[i].is == token::kind::word && !tokens_[i + 1].is_sign("=") &&
+            std::ranges::count(assigned, lower(tokens_[i].text)))
             return false;
     return true;
 }
 
-bool statement_text::is_distinct() const { return what_ == verb::select && word_at(1, "distinct"); }
+bool statement_text::is_distinct() const
+{
+    return what_ == verb::select && word_at(1, "distinct");
+}
 
-bool statement_text::is_ordered() const { return find_word("order") < tokens_.size(); }
+bool statement_text::is_ordered() const
+{
+    return find_word("order") < tokens_.size();
+}
 
 bool statement_text::brings_rows_as_they_are() const
 {

@@ -34,8 +34,8 @@ struct token {
 /// What a statement does to the rows it meets.
 enum class verb { select, insert, update, erase, other };
 
-/// A statement text, cut into tokens. What a value is compared with, or stored into, follows from the schema's
-/// column types by name.
+/// A statement text, cut into tokens. What a value is compared with, or stored into, follows from the
+/// schema's column types by name.
 class statement_text {
 public:
     /// Throws std::logic_error on a text that ends inside a literal or a slot.
@@ -52,7 +52,8 @@ public:
     bool meets_number(std::size_t at) const;
     /// Whether the operand that ends at `at` (before a comparison) is a number.
     bool operand_is_number(std::size_t at) const;
-    /// Whether sending the statement twice does what sending it once does: a read, a delete, an assignment of values.
+    /// Whether sending the statement twice does what sending it once does: a read, a delete, an assignment of
+    /// values.
     bool can_be_repeated() const;
     /// Whether the rows are those of the tables: not grouped, counted or summed.
     bool brings_rows_as_they_are() const;

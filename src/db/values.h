@@ -9,8 +9,8 @@
 
 namespace orvo {
 
-/// What the slots of one statement take: texts by slot name, as UTF-8. A NUL character, which would cut a text short
-/// on its way to an engine, is dropped.
+/// What the slots of one statement take: texts by slot name, as UTF-8. A NUL character, which would cut a
+/// text short on its way to an engine, is dropped.
 class values {
 public:
     struct value {
@@ -28,7 +28,8 @@ public:
 
     void add(value one) { values_.push_back(std::move(one)); }
 
-    /// The text for a slot. Throws std::logic_error where none was given: the caller's mistake, never the operator's.
+    /// The text for a slot. Throws std::logic_error where none was given: the caller's mistake, never the
+    /// operator's.
     const std::string& of(std::string_view slot) const;
 
 private:

@@ -4,7 +4,10 @@ namespace orvo {
 
 namespace {
 
-QString text(const char* utf8) { return QString::fromUtf8(utf8); }
+QString text(const char* utf8)
+{
+    return QString::fromUtf8(utf8);
+}
 
 command screen_of(const char* name, const char* caption, const char* menu, const char* target)
 {
@@ -31,12 +34,9 @@ menu_head head(const char* name, const char* caption, const char* parent = "")
 const std::vector<menu_head>& menu_heads()
 {
     static const std::vector<menu_head> heads{
-        head("m_log", "관리자 인증(&L)"),
-        head("m_operation", "환경설정(&O)"),
-        head("m_mg", "관리부(&M)"),
-        head("m_receipt", "영수증 출력", "m_mg"),
-        head("m_edu", "교육부(&E)"),
-        head("m_edu_update", "교육과정 이수여부 일괄 수정", "m_edu"),
+        head("m_log", "관리자 인증(&L)"), head("m_operation", "환경설정(&O)"),
+        head("m_mg", "관리부(&M)"),       head("m_receipt", "영수증 출력", "m_mg"),
+        head("m_edu", "교육부(&E)"),      head("m_edu_update", "교육과정 이수여부 일괄 수정", "m_edu"),
     };
     return heads;
 }

@@ -37,9 +37,9 @@ const std::vector<command>& commands();
 /// Menus, items and buttons (by name) that an operator may not start.
 QStringList withheld_from(const session_variables& session);
 
-/// Whether a screen command can close the screen of that code and go on. Codes 8 and 9 are those of dialogs, for which
-/// the dispatch has no row: after one of them screen commands stay without effect until a screen sets the code anew,
-/// so that no half-entered credit line is closed under the operator's hands.
+/// Whether a screen command can close the screen of that code and go on. Codes 8 and 9 are those of dialogs,
+/// for which the dispatch has no row: after one of them screen commands stay without effect until a screen
+/// sets the code anew, so that no half-entered credit line is closed under the operator's hands.
 bool dispatch_knows(qint16 current_screen);
 
 } // namespace orvo

@@ -4,9 +4,9 @@ namespace orvo {
 
 bool log_in(client& c, const QString& id, const QString& password)
 {
-    const rows found = c.db_conn.read(
-        "select * from admin_tbl where admin_id='{id_txt}'  and admin_pass='{passwd_txt}' ",
-        {{"id_txt", id}, {"passwd_txt", password}});
+    const rows found =
+        c.db_conn.read("select * from admin_tbl where admin_id='{id_txt}'  and admin_pass='{passwd_txt}' ",
+                       {{"id_txt", id}, {"passwd_txt", password}});
     if (found.empty())
         return false;
     const auto one = found.front();

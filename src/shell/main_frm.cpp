@@ -5,8 +5,8 @@
 #include "shell/workspace.h"
 #include "ui/failures.h"
 #include "ui/icons.h"
-#include "ui/work_screen.h"
 #include "ui/window_prompts.h"
+#include "ui/work_screen.h"
 
 #include <QAction>
 #include <QApplication>
@@ -42,14 +42,16 @@ main_frm::main_frm(client& c, openers what)
 
 main_frm::~main_frm() = default;
 
-/// Made with the first command that lies in it, so that a submenu stands where its commands do and none is empty.
+/// Made with the first command that lies in it, so that a submenu stands where its commands do and none is
+/// empty.
 QMenu* main_frm::menu_of(const QString& name)
 {
     QMenu*& made = menus_[name];
     if (made)
         return made;
     const menu_head& head = *std::ranges::find(menu_heads(), name, &menu_head::name);
-    made = head.parent.isEmpty() ? menuBar()->addMenu(head.caption) : menu_of(head.parent)->addMenu(head.caption);
+    made = head.parent.isEmpty() ? menuBar()->addMenu(head.caption)
+                                 : menu_of(head.parent)->addMenu(head.caption);
     made->setObjectName(name);
     made->menuAction()->setObjectName(name);
     return made;
@@ -134,7 +136,7 @@ void main_frm::apply_rights()
     for (const auto& [name, menu] : menus_)
         menu->menuAction()->setEnabled(!withheld.contains(name));
     const bool can_search = actions_.contains(QStringLiteral("m_m_search")) && c_.session_right1 != 0;
-    workspace_->set_hint(!c_.session_ok  ? QString{}
+    workspace_->set_hint(!c_.session_ok ? QString{}
                          : can_search ? QStringLiteral("[관리부]-[일반검색] 또는 Ctrl+F로 회원을 찾으십시오.")
                                       : QStringLiteral("메뉴에서 할 일을 고르십시오."));
 }
@@ -182,7 +184,8 @@ void main_frm::open_in_place(const QString& target)
 {
     workspace_->close_screen();
     workspace_->show_wait_box();
-    auto failed = qScopeGuard([this] { workspace_->close_screen(); }); // nobody is to wait for what does not come
+    auto failed =
+        qScopeGuard([this] { workspace_->close_screen(); }); // nobody is to wait for what does not come
     workspace_->open(openers_.screens.at(target)(c_, *this, workspace_));
     failed.dismiss();
 }
@@ -194,7 +197,10 @@ void main_frm::ask_after_closing(const QString& dialog_name)
     ask(dialog_name);
 }
 
-void main_frm::show(qint16 code) { open_in_place(screen_name(code)); }
+void main_frm::show(qint16 code)
+{
+    open_in_place(screen_name(code));
+}
 
 void main_frm::ask(const QString& dialog_name)
 {
@@ -205,7 +211,10 @@ void main_frm::ask(const QString& dialog_name)
     });
 }
 
-void main_frm::close_screen() { workspace_->close_screen(); }
+void main_frm::close_screen()
+{
+    workspace_->close_screen();
+}
 
 void main_frm::closeEvent(QCloseEvent* event)
 {

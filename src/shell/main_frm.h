@@ -23,8 +23,8 @@ public:
     main_frm(client& c, openers what);
     ~main_frm() override;
 
-    /// The load sequence behind the connections: shows the window and logs the operator in. False where the operator
-    /// did not log in: the program is to end.
+    /// The load sequence behind the connections: shows the window and logs the operator in. False where the
+    /// operator did not log in: the program is to end.
     bool log_in_and_start();
 
     void show(qint16 code) override;

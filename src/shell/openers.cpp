@@ -12,7 +12,9 @@ openers all_openers()
     all.screens[QStringLiteral("manager_main_frm")] = [](client& c, desk& at, QWidget* over) -> work_screen* {
         return new manager_main_frm{c, at, over};
     };
-    all.dialogs[QStringLiteral("login_dlg")] = [](client& c, desk&, QWidget* over) { login_dlg{c, over}.exec(); };
+    all.dialogs[QStringLiteral("login_dlg")] = [](client& c, desk&, QWidget* over) {
+        login_dlg{c, over}.exec();
+    };
     all.dialogs[QStringLiteral("search_dlg")] = [](client& c, desk& at, QWidget* over) {
         search_dlg{c, at, over}.exec();
     };

@@ -3,6 +3,7 @@
 #include "client/client.h"
 #include "client/configuration.h"
 #include "shell/main_frm.h"
+#include "ui/failures.h"
 #include "ui/patience.h"
 #include "ui/window_prompts.h"
 
@@ -25,10 +26,11 @@ bool open_patiently(connection& line, prompts& say)
             return true;
         } catch (const db_failure& failure) {
             const bool refused = failure.kind() == failure_kind::login_refused;
-            message what{refused ? QStringLiteral("서버에 로그인 할 수 없습니다! 관리자에게 문의하시기 바랍니다!")
-                                 : QStringLiteral("서버에 연결할 수 없습니다!\n인터넷에 연결되어 있는지 확인하고, "
-                                                  "잠시 후에 다시 시도하십시오!"),
-                         refused ? QStringLiteral("로그인 에러") : QStringLiteral("서버연결 에러"), sign::critical};
+            message what{
+                refused ? QStringLiteral("서버에 로그인 할 수 없습니다! 관리자에게 문의하시기 바랍니다!")
+                        : QStringLiteral("서버에 연결할 수 없습니다!\n인터넷에 연결되어 있는지 확인하고, "
+                                         "잠시 후에 다시 시도하십시오!"),
+                refused ? QStringLiteral("로그인 에러") : QStringLiteral("서버연결 에러"), sign::critical};
             what.details = failure.text();
             if (!say.ask(what, QStringLiteral("다시 시도"), QStringLiteral("끝내기"), answer::first))
                 return false;
@@ -59,13 +61,15 @@ program::~program() = default;
 
 bool program::is_first_instance(const QString& folder)
 {
-    // Two programs on one folder would share the copy of the last search. The lock lies with the user's own files, as
-    // the folder may be one that cannot be written.
+    // Two programs on one folder would share the copy of the last search. The lock lies with the user's own
+    // files, as the folder may be one that cannot be written.
     QString place = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     if (place.isEmpty())
         place = QDir::tempPath();
-    const QByteArray mark = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha1).toHex().left(16);
-    instance_ = std::make_unique<QLockFile>(QStringLiteral("%1/orvo-%2.lock").arg(place, QLatin1String(mark)));
+    const QByteArray mark =
+        QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha1).toHex().left(16);
+    instance_ =
+        std::make_unique<QLockFile>(QStringLiteral("%1/orvo-%2.lock").arg(place, QLatin1String(mark)));
     instance_->setStaleLockTime(0);
     return instance_->tryLock(0) || instance_->error() != QLockFile::LockFailedError;
 }
@@ -84,9 +88,10 @@ bool program::start(const QStringList& arguments, const start_steps& steps)
         client_->watch_lines(patience_.get());
         say_->mend = [this] { return mend_local_file(); };
         if (!folder.is_writable)
-            say_->tell({QStringLiteral("프로그램 폴더에 쓸 수 없습니다. 검색 결과와 설정이 저장되지 않습니다.\n%1")
-                            .arg(folder.path),
-                        QStringLiteral("확인"), sign::exclamation});
+            say_->tell(
+                {QStringLiteral("프로그램 폴더에 쓸 수 없습니다. 검색 결과와 설정이 저장되지 않습니다.\n%1")
+                     .arg(folder.path),
+                 QStringLiteral("확인"), sign::exclamation});
         if (!open_connections())
             return false;
     } catch (const db_failure& failure) {
@@ -123,8 +128,7 @@ bool program::mend_local_file()
 {
     if (is_local_file_sound(client_->local_conn, inspection::thorough) || !offer_new_local_file())
         return false;
-    remake_local_file(*client_);
-    return true;
+    return failures::guard(*say_, failures::policy::report, [this] { remake_local_file(*client_); });
 }
 
 } // namespace orvo

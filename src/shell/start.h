@@ -28,8 +28,8 @@ public:
     program();
     ~program();
 
-    /// Refuses a second instance, checks the version, opens the connections, logs in. False: the program is to end.
-    /// `arguments` are those of the command line, without the program's name.
+    /// Refuses a second instance, checks the version, opens the connections, logs in. False: the program is
+    /// to end. `arguments` are those of the command line, without the program's name.
     bool start(const QStringList& arguments, const start_steps& steps = {});
 
     client& running_client() { return *client_; }

@@ -1,8 +1,8 @@
 #include "shell/workspace.h"
 
-#include "ui/work_screen.h"
 #include "ui/theme.h"
 #include "ui/wait_box.h"
+#include "ui/work_screen.h"
 
 #include <QPainter>
 
@@ -19,7 +19,10 @@ void workspace::set_hint(const QString& hint)
     update();
 }
 
-void workspace::show_wait_box() { wait_box_->show_now(); }
+void workspace::show_wait_box()
+{
+    wait_box_->show_now();
+}
 
 void workspace::open(work_screen* made)
 {
@@ -40,7 +43,10 @@ void workspace::close_screen()
     screen_.clear();
 }
 
-work_screen* workspace::current() const { return static_cast<work_screen*>(screen_.data()); }
+work_screen* workspace::current() const
+{
+    return static_cast<work_screen*>(screen_.data());
+}
 
 void workspace::resizeEvent(QResizeEvent* event)
 {

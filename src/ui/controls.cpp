@@ -57,7 +57,10 @@ code_list::code_list(const QString& name, int shown)
     setMaxVisibleItems(20);
 }
 
-void code_list::add(const QString& text, qint64 code) { addItem(text, code); }
+void code_list::add(const QString& text, qint64 code)
+{
+    addItem(text, code);
+}
 
 void code_list::fill(const rows& from, std::string_view text_column, std::string_view code_column)
 {
@@ -67,11 +70,20 @@ void code_list::fill(const rows& from, std::string_view text_column, std::string
     setCurrentIndex(-1);
 }
 
-QString code_list::code() const { return currentIndex() < 0 ? QString{} : currentData().toString(); }
+QString code_list::code() const
+{
+    return currentIndex() < 0 ? QString{} : currentData().toString();
+}
 
-void code_list::choose_code(qint64 code) { setCurrentIndex(findData(code)); }
+void code_list::choose_code(qint64 code)
+{
+    setCurrentIndex(findData(code));
+}
 
-void code_list::choose_text(const QString& text) { setCurrentIndex(findText(text, Qt::MatchExactly)); }
+void code_list::choose_text(const QString& text)
+{
+    setCurrentIndex(findText(text, Qt::MatchExactly));
+}
 
 code_list* text_list(const QString& name, const QStringList& texts, int shown)
 {

@@ -10,7 +10,10 @@ namespace orvo {
 
 namespace {
 
-bool is_enter(const QKeyEvent* event) { return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter; }
+bool is_enter(const QKeyEvent* event)
+{
+    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+}
 
 } // namespace
 

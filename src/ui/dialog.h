@@ -31,7 +31,8 @@ protected:
     void refuse(const message& why, QWidget* field);
 
 private:
-    bool enter_is_kept_ = false; ///< by the field it was pressed in, wherever the focus is when it comes up here
+    bool enter_is_kept_ =
+        false; ///< by the field it was pressed in, wherever the focus is when it comes up here
 };
 
 } // namespace orvo

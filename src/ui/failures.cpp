@@ -15,8 +15,9 @@ QString in_words(const db_failure& failure)
 {
     switch (failure.kind()) {
     case failure_kind::outcome_unknown:
-        return QStringLiteral("저장하라는 요청을 보냈으나 서버의 응답을 받지 못했습니다. 저장되었을 수도 있으니 다시 "
-                              "저장하기 전에 내용을 조회하여 확인하십시오.");
+        return QStringLiteral(
+            "저장하라는 요청을 보냈으나 서버의 응답을 받지 못했습니다. 저장되었을 수도 있으니 다시 "
+            "저장하기 전에 내용을 조회하여 확인하십시오.");
     case failure_kind::disk_full:
         return QStringLiteral("디스크에 빈 자리가 없어 저장하지 못했습니다.");
     case failure_kind::damaged:
@@ -32,7 +33,8 @@ void report(prompts& say, const db_failure& failure)
 {
     message what{QStringLiteral("작업을 마치지 못했습니다.\n\n%1").arg(in_words(failure)),
                  QStringLiteral("오류 보고"), sign::critical};
-    what.details = failure.statement().isEmpty() ? failure.text() : failure.text() + u'\n' + failure.statement();
+    what.details =
+        failure.statement().isEmpty() ? failure.text() : failure.text() + u'\n' + failure.statement();
     if (say.ask(what, QStringLiteral("프로그램 끝내기"), QStringLiteral("계속하기"), answer::second))
         QApplication::exit(1);
 }

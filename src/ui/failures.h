@@ -6,8 +6,8 @@
 
 class QAbstractButton;
 
-/// What becomes of a failure inside a handler. Every handler is attached with one of these, and here is the only catch:
-/// no exception reaches the event loop.
+/// What becomes of a failure inside a handler. Every handler is attached with one of these, and here is the
+/// only catch: no exception reaches the event loop.
 namespace orvo::failures {
 
 enum class policy {

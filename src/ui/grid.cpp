@@ -158,9 +158,15 @@ void grid::fill(std::vector<grid_row> filled)
     model_->fill(std::move(filled));
 }
 
-int grid::filled_rows() const { return static_cast<int>(model_->filled().size()); }
+int grid::filled_rows() const
+{
+    return static_cast<int>(model_->filled().size());
+}
 
-bool grid::is_filled(int at) const { return at >= 0 && at < filled_rows() && !cell(at, 0).isEmpty(); }
+bool grid::is_filled(int at) const
+{
+    return at >= 0 && at < filled_rows() && !cell(at, 0).isEmpty();
+}
 
 int grid::chosen_row() const
 {
@@ -173,7 +179,10 @@ QString grid::cell(int at, int column) const
     return model_->filled()[static_cast<std::size_t>(at)].cells.value(column);
 }
 
-QVariant grid::key(int at) const { return model_->filled()[static_cast<std::size_t>(at)].key; }
+QVariant grid::key(int at) const
+{
+    return model_->filled()[static_cast<std::size_t>(at)].key;
+}
 
 void grid::on_row(std::function<void(int)> chosen)
 {

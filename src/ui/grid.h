@@ -14,14 +14,14 @@ namespace orvo {
 
 struct grid_column {
     QString caption;
-    int width = 80; ///< pixels at 100 %
+    int width = 80;         ///< pixels at 100 %
     bool is_number = false; ///< right-aligned, and sorted by value
     bool fills = false;     ///< takes the width that is left; one column of a grid does
 };
 
-/// The read-only table of the screens: captions, the rows, and one row that stays empty below them, on which operators
-/// click to say "none". A row's key stays with the row however the rows are sorted. Ctrl+C copies the chosen rows, a
-/// click on a caption sorts, widths that the operator sets are kept under the grid's name.
+/// The read-only table of the screens: captions, the rows, and one row that stays empty below them, on which
+/// operators click to say "none". A row's key stays with the row however the rows are sorted. Ctrl+C copies
+/// the chosen rows, a click on a caption sorts, widths that the operator sets are kept under the grid's name.
 class grid : public QTableView {
 public:
     struct grid_row {

@@ -7,7 +7,10 @@
 #include <QPalette>
 #include <QSvgRenderer>
 
-static void initialise_icons() { Q_INIT_RESOURCE(icons); }
+static void initialise_icons()
+{
+    Q_INIT_RESOURCE(icons);
+}
 
 namespace orvo {
 
@@ -54,6 +57,9 @@ QIcon icon(const char* name, const QColor& colour)
     return QIcon{new line_icon{name, colour}};
 }
 
-QIcon icon(const char* name) { return icon(name, QGuiApplication::palette().color(QPalette::WindowText)); }
+QIcon icon(const char* name)
+{
+    return icon(name, QGuiApplication::palette().color(QPalette::WindowText));
+}
 
 } // namespace orvo

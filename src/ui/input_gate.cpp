@@ -12,9 +12,15 @@ input_gate::input_gate(QWidget* way_out, std::function<void()> escape)
     qApp->installEventFilter(this);
 }
 
-input_gate::~input_gate() { qApp->removeEventFilter(this); }
+input_gate::~input_gate()
+{
+    qApp->removeEventFilter(this);
+}
 
-void input_gate::look_up() { QCoreApplication::processEvents(); }
+void input_gate::look_up()
+{
+    QCoreApplication::processEvents();
+}
 
 bool input_gate::eventFilter(QObject* watched, QEvent* event)
 {

@@ -8,8 +8,8 @@ class QWidget;
 
 namespace orvo {
 
-/// While it stands, the program paints and hears one thing: the way out. All other keys, clicks, shortcuts and closings
-/// are dropped, so that nothing starts while a statement is under way.
+/// While it stands, the program paints and hears one thing: the way out. All other keys, clicks, shortcuts
+/// and closings are dropped, so that nothing starts while a statement is under way.
 class input_gate : public QObject {
 public:
     /// `way_out` is the widget whose clicks pass (null: none); Esc calls `escape`.

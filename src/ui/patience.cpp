@@ -72,6 +72,9 @@ bool patience::keep_waiting(std::chrono::milliseconds waited, bool can_end)
     return sign_->show_wait(waited, can_end) || !can_end;
 }
 
-void patience::done_waiting() { sign_.reset(); }
+void patience::done_waiting()
+{
+    sign_.reset();
+}
 
 } // namespace orvo

@@ -7,8 +7,8 @@
 
 namespace orvo {
 
-/// Sits before the connections of the running program: shows a sign where a statement takes over a second, and asks
-/// what to do where the line is lost.
+/// Sits before the connections of the running program: shows a sign where a statement takes over a second,
+/// and asks what to do where the line is lost.
 class patience : public line_watch {
 public:
     explicit patience(prompts& say);

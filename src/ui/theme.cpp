@@ -78,6 +78,9 @@ void apply_theme(QApplication& app, shade which)
         QApplication::installTranslator(words);
 }
 
-const theme_colours& colours() { return current; }
+const theme_colours& colours()
+{
+    return current;
+}
 
 } // namespace orvo

@@ -4,8 +4,8 @@
 
 namespace orvo {
 
-/// The shared wait box. Whoever shows it goes on with the slow work and never closes it: the screen that opens covers
-/// it, and the main window takes it away when it is resized.
+/// The shared wait box. Whoever shows it goes on with the slow work and never closes it: the screen that
+/// opens covers it, and the main window takes it away when it is resized.
 class msg_frm : public QFrame {
 public:
     explicit msg_frm(QWidget* over);

@@ -10,11 +10,12 @@ class QAbstractButton;
 
 namespace orvo {
 
-/// What fills the main window: one at a time. Sets `current_screen` when it opens, and leaves it when it closes: the
-/// code tells which screen was the last.
+/// What fills the main window: one at a time. Sets `current_screen` when it opens, and leaves it when it
+/// closes: the code tells which screen was the last.
 class work_screen : public QWidget {
 public:
-    work_screen(const QString& name, qint16 code, client& c, desk& at, QWidget* over) : QWidget{over}, c_{c}, desk_{at}
+    work_screen(const QString& name, qint16 code, client& c, desk& at, QWidget* over)
+        : QWidget{over}, c_{c}, desk_{at}
     {
         setObjectName(name);
         c_.current_screen = code;

@@ -30,9 +30,15 @@ void type(QWidget* into, const QString& text)
     QApplication::sendEvent(into, &event);
 }
 
-void press(QWidget* on, Qt::Key key) { QTest::keyClick(on, key); }
+void press(QWidget* on, Qt::Key key)
+{
+    QTest::keyClick(on, key);
+}
 
-void click(QWidget* on) { QTest::mouseClick(on, Qt::LeftButton); }
+void click(QWidget* on)
+{
+    QTest::mouseClick(on, Qt::LeftButton);
+}
 
 void click_row(QWidget* list, int row)
 {

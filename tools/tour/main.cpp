@@ -25,7 +25,8 @@ void plan(walk& road)
                   type(password, QStringLiteral("wrong"));
                   press(password, Qt::Key_Return);
               }});
-    road.add({QStringLiteral("login-refused"), at("message_box"), [](QWidget* box) { press(box, Qt::Key_Return); }});
+    road.add({QStringLiteral("login-refused"), at("message_box"),
+              [](QWidget* box) { press(box, Qt::Key_Return); }});
     road.add({{}, at("passwd_txt"), [](QWidget* password) {
                   type(password, QStringLiteral("head1234"));
                   press(password, Qt::Key_Return);
@@ -45,12 +46,14 @@ void plan(walk& road)
                   type(word, QStringLiteral("없는 이름"));
                   press(word, Qt::Key_Return);
               }});
-    road.add({QStringLiteral("nobody-found"), at("message_box"), [](QWidget* box) { press(box, Qt::Key_Return); }});
+    road.add({QStringLiteral("nobody-found"), at("message_box"),
+              [](QWidget* box) { press(box, Qt::Key_Return); }});
     road.add({{}, at("str_txt"), [](QWidget* word) {
                   type(word, QStringLiteral("%"));
                   press(word, Qt::Key_Return);
               }});
-    road.add({QStringLiteral("everybody"), at("custom_lst"), [](QWidget* list) { press(list, Qt::Key_Down); }});
+    road.add(
+        {QStringLiteral("everybody"), at("custom_lst"), [](QWidget* list) { press(list, Qt::Key_Down); }});
     road.add({QStringLiteral("first-member"), at("custom_lst"), [](QWidget*) { QApplication::exit(0); }});
 }
 
@@ -64,8 +67,8 @@ int main(int argc, char** argv)
     options.setApplicationDescription(
         QStringLiteral("Walks through the program by itself and takes pictures of what an operator sees."));
     options.addHelpOption();
-    options.addOption({QStringLiteral("out"), QStringLiteral("Folder of the pictures."), QStringLiteral("folder"),
-                       QStringLiteral("build/tour")});
+    options.addOption({QStringLiteral("out"), QStringLiteral("Folder of the pictures."),
+                       QStringLiteral("folder"), QStringLiteral("build/tour")});
     options.process(app);
 
     apply_theme(app, preferred_shade());

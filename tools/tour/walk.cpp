@@ -24,7 +24,10 @@ walk::walk(const QString& folder) : folder_{folder}
     connect(&clock_, &QTimer::timeout, this, [this] { look(); });
 }
 
-void walk::start() { clock_.start(beat); }
+void walk::start()
+{
+    clock_.start(beat);
+}
 
 void walk::look()
 {

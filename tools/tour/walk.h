@@ -11,12 +11,13 @@ class QWidget;
 
 namespace orvo {
 
-/// Walks through the running program step by step, as an operator would: waits until the place of a step is there,
-/// takes a picture of it, then acts. Ends the program when it has come to the end, or stands too long in one place.
+/// Walks through the running program step by step, as an operator would: waits until the place of a step is
+/// there, takes a picture of it, then acts. Ends the program when it has come to the end, or stands too long
+/// in one place.
 class walk : public QObject {
 public:
     struct step {
-        QString picture; ///< file name without number; empty: none is taken
+        QString picture;                 ///< file name without number; empty: none is taken
         std::function<QWidget*()> place; ///< null until it is there
         std::function<void(QWidget*)> act;
     };

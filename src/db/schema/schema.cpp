@@ -96,7 +96,10 @@ bool is_number(std::string_view column_name)
     return type && *type != column_type::text;
 }
 
-bool is_text(std::string_view column_name) { return type_of(column_name) == column_type::text; }
+bool is_text(std::string_view column_name)
+{
+    return type_of(column_name) == column_type::text;
+}
 
 int width_of(std::string_view table_name, std::string_view column_name)
 {

@@ -24,7 +24,8 @@ struct column {
 struct table {
     std::string_view name;
     std::vector<column> columns;
-    /// Orders the rows where a statement names no order; unique unless `doubles`. Empty: the order of writing.
+    /// Orders the rows where a statement names no order; unique unless `doubles`. Empty: the order of
+    /// writing.
     std::vector<std::string_view> key;
     /// Each an index by its columns, for the statements that look rows up other than by their key.
     std::vector<std::vector<std::string_view>> indexes;

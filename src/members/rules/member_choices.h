@@ -6,7 +6,8 @@
 
 namespace orvo {
 
-/// The lists of the member console, from the workstation's mirror of the code tables, in the order of their reading.
+/// The lists of the member console, from the workstation's mirror of the code tables, in the order of their
+/// reading.
 struct member_choices {
     rows branches;
     rows divisions;

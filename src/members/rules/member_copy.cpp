@@ -11,12 +11,13 @@ namespace orvo {
 namespace {
 
 constexpr std::array<std::string_view, 37> copied_columns{
-    "pers_no",      "lic_no",     "pers_name",      "pers_sex",      "code_religion", "pers_marry", "code_post",
-    "pers_add",     "pers_tel",   "pers_hp",        "email",         "code_bran",     "code_big",   "code_sect",
-    "code_scholar", "code_univer", "code_school",   "pers_career",   "pers_call",     "get_mail_place",
-    "pers_year_pay", "code_member", "re_edu_flag",  "regi_date",     "bran_calc_flag", "lic_kind1", "lic_kind2",
-    "lic_kind3",    "lic_kind4",  "lic_kind5",      "lic_kind6",     "lic_kind6_no",  "lic_kind7",  "lic_kind7_no",
-    "lic_pay",      "code_deposit", "sub_code"};
+    "pers_no",        "lic_no",         "pers_name",     "pers_sex",     "code_religion", "pers_marry",
+    "code_post",      "pers_add",       "pers_tel",      "pers_hp",      "email",         "code_bran",
+    "code_big",       "code_sect",      "code_scholar",  "code_univer",  "code_school",   "pers_career",
+    "pers_call",      "get_mail_place", "pers_year_pay", "code_member",  "re_edu_flag",   "regi_date",
+    "bran_calc_flag", "lic_kind1",      "lic_kind2",     "lic_kind3",    "lic_kind4",     "lic_kind5",
+    "lic_kind6",      "lic_kind6_no",   "lic_kind7",     "lic_kind7_no", "lic_pay",       "code_deposit",
+    "sub_code"};
 
 constexpr std::string_view insert_text =
     "insert into person_m_tbl("

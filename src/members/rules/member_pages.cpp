@@ -41,8 +41,9 @@ std::vector<listed_member> member_pages::page(int number) const
         return members;
     const std::size_t first = static_cast<std::size_t>(number - 1) * page_size;
     const std::size_t last = std::min(first + page_size, places_.size()) - 1;
-    const rows found = local_->read("select pers_no,pers_name from person_m_tbl where rowid between {first} and {last}",
-                                   {{"first", places_[first]}, {"last", places_[last]}});
+    const rows found =
+        local_->read("select pers_no,pers_name from person_m_tbl where rowid between {first} and {last}",
+                     {{"first", places_[first]}, {"last", places_[last]}});
     for (const auto row : found)
         members.push_back({row.text("pers_no"), row.text("pers_name")});
     return members;
@@ -50,8 +51,8 @@ std::vector<listed_member> member_pages::page(int number) const
 
 int member_pages::page_of(const QString& pers_no) const
 {
-    const qint64 place =
-        local_->number("select min(rowid) as place from person_m_tbl where pers_no='{pers_no}'", {{"pers_no", pers_no}});
+    const qint64 place = local_->number(
+        "select min(rowid) as place from person_m_tbl where pers_no='{pers_no}'", {{"pers_no", pers_no}});
     const auto found = std::lower_bound(places_.begin(), places_.end(), place);
     if (place == 0 || found == places_.end() || *found != place)
         return 0;

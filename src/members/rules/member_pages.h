@@ -13,8 +13,8 @@ struct listed_member {
     QString pers_name;
 };
 
-/// The copy of the last search, 15 members to a page. What it held when it was opened is what it shows: the places of
-/// the rows are kept, so that a page costs the same wherever it lies.
+/// The copy of the last search, 15 members to a page. What it held when it was opened is what it shows: the
+/// places of the rows are kept, so that a page costs the same wherever it lies.
 class member_pages {
 public:
     static constexpr int page_size = 15;

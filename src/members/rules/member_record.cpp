@@ -15,8 +15,8 @@ std::optional<rows> read_member(connection& local, const QString& pers_no)
 
 web_identity open_web_identity(connection& db, const QString& pers_no)
 {
-    const rows found = db.read("select * from id_tbl where pers_no='{selected_pers_no}'",
-                               {{"selected_pers_no", pers_no}});
+    const rows found =
+        db.read("select * from id_tbl where pers_no='{selected_pers_no}'", {{"selected_pers_no", pers_no}});
     if (!found.empty())
         return {found.front().text("id"), found.front().text("passwd")};
     db.write("insert into id_tbl(pers_no,id,passwd) values ('{selected_pers_no}','','')",
@@ -27,10 +27,9 @@ web_identity open_web_identity(connection& db, const QString& pers_no)
 std::vector<panel_row> dues_years(connection& db, const QString& pers_no)
 {
     std::vector<panel_row> years;
-    const rows found =
-        db.read("select a.*,b.mem_kind as mem_kind from dues_h_tbl a,money_member b where "
-                "a.pers_no='{selected_pers_no}' and a.code_member=b.code_member",
-                {{"selected_pers_no", pers_no}});
+    const rows found = db.read("select a.*,b.mem_kind as mem_kind from dues_h_tbl a,money_member b where "
+                               "a.pers_no='{selected_pers_no}' and a.code_member=b.code_member",
+                               {{"selected_pers_no", pers_no}});
     for (const auto row : found)
         years.push_back({{row.text("val_year"), row.text("mem_kind"), with_separators(row.number("mem_dues")),
                           with_separators(row.number("yet_money"))},
@@ -58,11 +57,12 @@ std::vector<panel_row> workplaces(connection& db, const QString& pers_no)
         db.read("select * from company where pers_no='{selected_pers_no}' order by primary_flag desc",
                 {{"selected_pers_no", pers_no}});
     for (const auto row : found)
-        places.push_back({{row.text("company_name"),
-                           row.number("code_part") == 100 ? QStringLiteral("집단급식") : QStringLiteral("비집단급식"),
-                           with_hyphens(row.text("pers_out_date")),
-                           row.number("comp_except") == 1 ? QStringLiteral("받음") : QStringLiteral("않음")},
-                          row.text("company_id")});
+        places.push_back(
+            {{row.text("company_name"),
+              row.number("code_part") == 100 ? QStringLiteral("집단급식") : QStringLiteral("비집단급식"),
+              with_hyphens(row.text("pers_out_date")),
+              row.number("comp_except") == 1 ? QStringLiteral("받음") : QStringLiteral("않음")},
+             row.text("company_id")});
     return places;
 }
 
@@ -89,7 +89,8 @@ pledge read_pledge(connection& db, const QString& pers_no)
         db.read("select * from contract_list where pers_no='{selected_pers_no}'", member);
     for (const auto row : instalments)
         result.instalments.push_back(
-            {{with_hyphens(row.text("con_date")), with_separators(row.number("con_money"))}, row.text("con_id")});
+            {{with_hyphens(row.text("con_date")), with_separators(row.number("con_money"))},
+             row.text("con_id")});
     return result;
 }
 

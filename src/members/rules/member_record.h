@@ -18,8 +18,8 @@ struct web_identity {
     QString passwd;
 };
 
-/// The member's web login. A member who has none gets an empty one at once, so that whoever was opened here once has a
-/// row to be changed.
+/// The member's web login. A member who has none gets an empty one at once, so that whoever was opened here
+/// once has a row to be changed.
 web_identity open_web_identity(connection& db, const QString& pers_no);
 
 /// A line of a panel: what is shown, and the key by which dialogs find the record.
@@ -28,18 +28,19 @@ struct panel_row {
     QString key;
 };
 
-/// Dues years: year, kind, dues, outstanding; the key is the kind's code. A year of a kind that no longer exists is not
-/// shown.
+/// Dues years: year, kind, dues, outstanding; the key is the kind's code. A year of a kind that no longer
+/// exists is not shown.
 std::vector<panel_row> dues_years(connection& db, const QString& pers_no);
 
-/// Payments entered under a year's text: paid to head office, paid to the branch, amount; the key is `dues_id`.
+/// Payments entered under a year's text: paid to head office, paid to the branch, amount; the key is
+/// `dues_id`.
 std::vector<panel_row> dues_lines(connection& db, const QString& pers_no, const QString& val_year);
 
 /// Workplaces, the primary one first: name, class, leaving date, hygiene education; the key is `company_id`.
 std::vector<panel_row> workplaces(connection& db, const QString& pers_no);
 
 struct pledge {
-    QString text; ///< lines ending in CR LF; empty without a pledge
+    QString text;                       ///< lines ending in CR LF; empty without a pledge
     std::vector<panel_row> instalments; ///< date, amount; the key is `con_id`
 };
 

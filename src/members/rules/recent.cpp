@@ -7,7 +7,10 @@ namespace {
 constexpr std::size_t kept = 8;
 constexpr qsizetype longest_word = 100; // a pasted page is no word to come back to
 
-QString stamp(const QDateTime& now) { return now.toString(QStringLiteral("yyyyMMddHHmmsszzz")); }
+QString stamp(const QDateTime& now)
+{
+    return now.toString(QStringLiteral("yyyyMMddHHmmsszzz"));
+}
 
 } // namespace
 
@@ -17,16 +20,19 @@ void remember_word(connection& local, const QString& operator_id, int item, cons
     if (word.size() > longest_word)
         return;
     const values given{{"admin_id", operator_id}, {"item", item}, {"word", word}, {"used_at", stamp(now)}};
-    local.write("delete from recent_words where admin_id='{admin_id}' and item='{item}' and word='{word}'", given);
+    local.write("delete from recent_words where admin_id='{admin_id}' and item='{item}' and word='{word}'",
+                given);
     local.write("insert into recent_words(admin_id,item,word,used_at) values "
                 "('{admin_id}','{item}','{word}','{used_at}')",
                 given);
-    const rows all = local.read("select used_at from recent_words where admin_id='{admin_id}' and item='{item}' "
-                                "order by used_at desc",
-                                given);
+    const rows all =
+        local.read("select used_at from recent_words where admin_id='{admin_id}' and item='{item}' "
+                   "order by used_at desc",
+                   given);
     if (all.size() > kept)
-        local.write("delete from recent_words where admin_id='{admin_id}' and item='{item}' and used_at<'{oldest}'",
-                    {{"admin_id", operator_id}, {"item", item}, {"oldest", all[kept - 1].text("used_at")}});
+        local.write(
+            "delete from recent_words where admin_id='{admin_id}' and item='{item}' and used_at<'{oldest}'",
+            {{"admin_id", operator_id}, {"item", item}, {"oldest", all[kept - 1].text("used_at")}});
 }
 
 QStringList recent_words(connection& local, const QString& operator_id, int item)
@@ -51,8 +57,8 @@ void remember_member(connection& local, const QString& operator_id, const recent
     local.write("insert into recent_members(admin_id,pers_no,pers_name,used_at) values "
                 "('{admin_id}','{pers_no}','{pers_name}','{used_at}')",
                 given);
-    const rows all =
-        local.read("select used_at from recent_members where admin_id='{admin_id}' order by used_at desc", given);
+    const rows all = local.read(
+        "select used_at from recent_members where admin_id='{admin_id}' order by used_at desc", given);
     if (all.size() > kept)
         local.write("delete from recent_members where admin_id='{admin_id}' and used_at<'{oldest}'",
                     {{"admin_id", operator_id}, {"oldest", all[kept - 1].text("used_at")}});

@@ -9,8 +9,8 @@
 
 namespace orvo {
 
-/// What an operator searched for and opened last on this workstation, newest first. Kept in the local file, which
-/// only its owner can read: a search word may be a resident number.
+/// What an operator searched for and opened last on this workstation, newest first. Kept in the local file,
+/// which only its owner can read: a search word may be a resident number.
 struct recent_member {
     QString pers_no;
     QString pers_name;

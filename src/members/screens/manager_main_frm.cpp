@@ -37,25 +37,33 @@ void fill(grid* panel, const std::vector<panel_row>& lines)
 } // namespace
 
 manager_main_frm::manager_main_frm(client& c, desk& at, QWidget* over)
-    : work_screen{QStringLiteral("manager_main_frm"), screen_code::manager_main_frm, c, at, over}, pages_{c.local_conn},
-      custom_lst{new member_list{QStringLiteral("custom_lst")}}, page_txt{new QLabel}, con_txt{new QLabel},
-      search_im{button(QStringLiteral("search_im"), QStringLiteral("검색(&F)"), "search")},
+    : work_screen{QStringLiteral("manager_main_frm"), screen_code::manager_main_frm, c, at, over},
+      pages_{c.local_conn}, custom_lst{new member_list{QStringLiteral("custom_lst")}}, page_txt{new QLabel},
+      con_txt{new QLabel}, search_im{button(QStringLiteral("search_im"), QStringLiteral("검색(&F)"),
+                                            "search")},
       pre_img{page_button("pre_img", "이전", "chevron-left", Qt::Key_PageUp)},
       next_img{page_button("next_img", "다음", "chevron-right", Qt::Key_PageDown)},
-      details{new member_details{c.local_conn}},
-      dues_h_grd{new grid{QStringLiteral("dues_h_grd"),
-                          {{QStringLiteral("유효년도"), 66}, {QStringLiteral("회원종류"), 92, false, true},
-                           {QStringLiteral("총회비"), 66, true}, {QStringLiteral("미수금"), 66, true}},
-                          c.settings}},
+      details{new member_details{c.local_conn}}, dues_h_grd{new grid{
+                                                     QStringLiteral("dues_h_grd"),
+                                                     {{QStringLiteral("유효년도"), 66},
+                                                      {QStringLiteral("회원종류"), 92, false, true},
+                                                      {QStringLiteral("총회비"), 66, true},
+                                                      {QStringLiteral("미수금"), 66, true}},
+                                                     c.settings}},
       dues_b_grd{new grid{QStringLiteral("dues_b_grd"),
-                          {{QStringLiteral("본회"), 86}, {QStringLiteral("지회"), 86}, {QStringLiteral("입금액"), 86, true, true}},
+                          {{QStringLiteral("본회"), 86},
+                           {QStringLiteral("지회"), 86},
+                           {QStringLiteral("입금액"), 86, true, true}},
                           c.settings}},
       com_grd{new grid{QStringLiteral("com_grd"),
-                       {{QStringLiteral("근무처명"), 130, false, true}, {QStringLiteral("구분"), 76}, {QStringLiteral("퇴사일"), 66},
+                       {{QStringLiteral("근무처명"), 130, false, true},
+                        {QStringLiteral("구분"), 76},
+                        {QStringLiteral("퇴사일"), 66},
                         {QStringLiteral("교육"), 40}},
                        c.settings}},
       contract_grd{new grid{QStringLiteral("contract_grd"),
-                            {{QStringLiteral("입금일"), 100}, {QStringLiteral("입금액"), 100, true, true}}, c.settings}}
+                            {{QStringLiteral("입금일"), 100}, {QStringLiteral("입금액"), 100, true, true}},
+                            c.settings}}
 {
     page_txt->setObjectName(QStringLiteral("page_txt"));
     con_txt->setObjectName(QStringLiteral("con_txt"));
@@ -84,13 +92,14 @@ void manager_main_frm::arrange()
     auto* list = group(QStringLiteral("member_list_group"), QStringLiteral("회원리스트"),
                        below({custom_lst, page_txt, line({pre_img, next_img}), search_im}, 0));
     list->setFixedWidth(200);
-    auto* member = group(QStringLiteral("member_group"), QStringLiteral("세부사항"),
-                         below({group(QStringLiteral("member_frame"), QStringLiteral("회원정보"), below({details}))}));
-    auto* dues = group(QStringLiteral("dues_group"), QStringLiteral("회비현황"),
-                       below({dues_h_grd, dues_b_grd}));
+    auto* member =
+        group(QStringLiteral("member_group"), QStringLiteral("세부사항"),
+              below({group(QStringLiteral("member_frame"), QStringLiteral("회원정보"), below({details}))}));
+    auto* dues =
+        group(QStringLiteral("dues_group"), QStringLiteral("회비현황"), below({dues_h_grd, dues_b_grd}));
     auto* workplaces = group(QStringLiteral("company_group"), QStringLiteral("근무처현황"), below({com_grd}));
-    auto* pledges =
-        group(QStringLiteral("contract_group"), QStringLiteral("약정현황"), below({con_txt, contract_grd}, 1));
+    auto* pledges = group(QStringLiteral("contract_group"), QStringLiteral("약정현황"),
+                          below({con_txt, contract_grd}, 1));
 
     auto* panels = new QHBoxLayout;
     panels->setSpacing(rhythm * 2);
@@ -162,7 +171,8 @@ void manager_main_frm::show_member(const QString& pers_no)
     show_company();
     guard(
         [&] {
-            remember_member(c_.local_conn, c_.session_id, {c_.selected_pers_no, member.text("pers_name")}, c_.now());
+            remember_member(c_.local_conn, c_.session_id, {c_.selected_pers_no, member.text("pers_name")},
+                            c_.now());
         },
         failures::policy::silent);
 }
@@ -220,7 +230,8 @@ void manager_main_frm::show_company()
 void manager_main_frm::go_to_next_panel()
 {
     const std::array<QWidget*, 5> round{custom_lst, dues_h_grd, dues_b_grd, com_grd, contract_grd};
-    const auto here = std::find_if(round.begin(), round.end(), [](QWidget* each) { return each->hasFocus(); });
+    const auto here =
+        std::find_if(round.begin(), round.end(), [](QWidget* each) { return each->hasFocus(); });
     const bool at_end = here == round.end() || std::next(here) == round.end();
     (at_end ? round.front() : *std::next(here))->setFocus(Qt::TabFocusReason);
 }

@@ -12,9 +12,9 @@ class member_details;
 class member_list;
 struct panel_row;
 
-/// The member console: on the left the members whom the last search brought, on the right the chosen one, below him the
-/// panels of his dues, workplaces and pledge. The list and the member come from this workstation's copy, the panels and
-/// the web login from the server.
+/// The member console: on the left the members whom the last search brought, on the right the chosen one,
+/// below him the panels of his dues, workplaces and pledge. The list and the member come from this
+/// workstation's copy, the panels and the web login from the server.
 class manager_main_frm : public work_screen {
 public:
     manager_main_frm(client& c, desk& at, QWidget* over);

@@ -19,7 +19,10 @@ QLineEdit* member_field(const char* name, int shown, const char* column)
     return text_field(QString::fromLatin1(name), shown, width_of("person_m_tbl", column));
 }
 
-code_list* list(const char* name, int shown = 12) { return new code_list{QString::fromLatin1(name), shown}; }
+code_list* list(const char* name, int shown = 12)
+{
+    return new code_list{QString::fromLatin1(name), shown};
+}
 
 QRadioButton* option(const char* name, const char* caption)
 {
@@ -28,7 +31,7 @@ QRadioButton* option(const char* name, const char* caption)
     return made;
 }
 
-constexpr std::array<const char*, 7> licence_captions{"초등교사", "중등교사",   "운동처방사",      "조리사",
+constexpr std::array<const char*, 7> licence_captions{"초등교사", "중등교사",   "운동처방사",     "조리사",
                                                       "기타",     "임상영양사", "급식경영 영양사"};
 
 } // namespace
@@ -40,30 +43,33 @@ member_details::member_details(connection& local)
       lic_no_txt{member_field("lic_no_txt", 16, "lic_no")}, sex1_opt{option("sex1_opt", "남")},
       sex2_opt{option("sex2_opt", "녀")}, bran_cbb{list("bran_cbb")}, big_cbb{list("big_cbb")},
       sect_cbb{list("sect_cbb")}, scholar_cbb{list("scholar_cbb")}, univer_cbb{list("univer_cbb")},
-      school_cbb{list("school_cbb")},
-      career_y_cbb{text_list(QStringLiteral("career_y_cbb"), two_digit_texts(1, 50), 3)},
+      school_cbb{list("school_cbb")}, career_y_cbb{text_list(QStringLiteral("career_y_cbb"),
+                                                             two_digit_texts(1, 50), 3)},
       career_m_cbb{text_list(QStringLiteral("career_m_cbb"), two_digit_texts(1, 11), 3)},
       get_mail_cbb{text_list(QStringLiteral("get_mail_cbb"),
-                             {QStringLiteral("자택"), QStringLiteral("직장"), QStringLiteral("발송중지")}, 12)},
+                             {QStringLiteral("자택"), QStringLiteral("직장"), QStringLiteral("발송중지")},
+                             12)},
       pers_call_cbb{text_list(QStringLiteral("pers_call_cbb"),
                               {QStringLiteral("교수님"), QStringLiteral("영양사님"),
                                QStringLiteral("영양사 선생님"), QStringLiteral("님 귀하")},
                               12)},
-      marry_cbb{
-          text_list(QStringLiteral("marry_cbb"), {QStringLiteral("미혼"), QStringLiteral("기혼")}, 12)},
+      marry_cbb{text_list(QStringLiteral("marry_cbb"), {QStringLiteral("미혼"), QStringLiteral("기혼")}, 12)},
       rel_cbb{list("rel_cbb")}, deposit_cbb{list("deposit_cbb")}, sub_cbb{list("sub_cbb")},
-      post1_txt{text_field(QStringLiteral("post1_txt"), 4, 3)},
-      post2_txt{text_field(QStringLiteral("post2_txt"), 4, 3)},
-      addr_txt{member_field("addr_txt", 24, "pers_add")}, tel1_txt{text_field(QStringLiteral("tel1_txt"), 4, 4)},
-      tel2_txt{text_field(QStringLiteral("tel2_txt"), 5, 4)}, tel3_txt{text_field(QStringLiteral("tel3_txt"), 5, 4)},
-      hp1_txt{text_field(QStringLiteral("hp1_txt"), 4, 4)}, hp2_txt{text_field(QStringLiteral("hp2_txt"), 5, 4)},
+      post1_txt{text_field(QStringLiteral("post1_txt"), 4, 3)}, post2_txt{text_field(
+                                                                    QStringLiteral("post2_txt"), 4, 3)},
+      addr_txt{member_field("addr_txt", 24, "pers_add")}, tel1_txt{text_field(QStringLiteral("tel1_txt"), 4,
+                                                                              4)},
+      tel2_txt{text_field(QStringLiteral("tel2_txt"), 5, 4)}, tel3_txt{text_field(QStringLiteral("tel3_txt"),
+                                                                                  5, 4)},
+      hp1_txt{text_field(QStringLiteral("hp1_txt"), 4, 4)}, hp2_txt{text_field(QStringLiteral("hp2_txt"), 5,
+                                                                               4)},
       hp3_txt{text_field(QStringLiteral("hp3_txt"), 5, 4)}, email_txt{member_field("email_txt", 24, "email")},
       id_txt{text_field(QStringLiteral("id_txt"), 11, width_of("id_tbl", "id"))},
       passwd_txt{text_field(QStringLiteral("passwd_txt"), 11, width_of("id_tbl", "passwd"))},
-      lic_pay_txt{text_field(QStringLiteral("lic_pay_txt"), 10)},
-      year_pay_txt{text_field(QStringLiteral("year_pay_txt"), 10)},
-      lic_kind6_no{member_field("lic_kind6_no", 12, "lic_kind6_no")},
-      lic_kind7_no{member_field("lic_kind7_no", 12, "lic_kind7_no")}
+      lic_pay_txt{text_field(QStringLiteral("lic_pay_txt"), 10)}, year_pay_txt{text_field(
+                                                                      QStringLiteral("year_pay_txt"), 10)},
+      lic_kind6_no{member_field("lic_kind6_no", 12, "lic_kind6_no")}, lic_kind7_no{member_field(
+                                                                          "lic_kind7_no", 12, "lic_kind7_no")}
 {
     setObjectName(QStringLiteral("member_details"));
     for (std::size_t i = 0; i < lic_kind_chk.size(); ++i) {
@@ -141,13 +147,15 @@ void member_details::load_member_combos()
 
 void member_details::clear()
 {
-    for (QLineEdit* field : {name_txt, pers_no1_txt, pers_no2_txt, lic_no_txt, post1_txt, post2_txt, addr_txt,
-                             tel1_txt, tel2_txt, tel3_txt, hp1_txt, hp2_txt, hp3_txt, email_txt, id_txt, passwd_txt,
-                             lic_pay_txt, year_pay_txt, lic_kind6_no, lic_kind7_no})
+    for (QLineEdit* field :
+         {name_txt, pers_no1_txt, pers_no2_txt, lic_no_txt,   post1_txt,    post2_txt,   addr_txt,
+          tel1_txt, tel2_txt,     tel3_txt,     hp1_txt,      hp2_txt,      hp3_txt,     email_txt,
+          id_txt,   passwd_txt,   lic_pay_txt,  year_pay_txt, lic_kind6_no, lic_kind7_no})
         field->clear();
     addr_txt->setToolTip({});
-    for (code_list* each : {bran_cbb, big_cbb, sect_cbb, scholar_cbb, univer_cbb, school_cbb, career_y_cbb,
-                            career_m_cbb, get_mail_cbb, pers_call_cbb, marry_cbb, rel_cbb, deposit_cbb, sub_cbb})
+    for (code_list* each :
+         {bran_cbb, big_cbb, sect_cbb, scholar_cbb, univer_cbb, school_cbb, career_y_cbb, career_m_cbb,
+          get_mail_cbb, pers_call_cbb, marry_cbb, rel_cbb, deposit_cbb, sub_cbb})
         each->setCurrentIndex(-1);
     sect_cbb->QComboBox::clear();
     for (QCheckBox* each : lic_kind_chk)

@@ -31,8 +31,10 @@ private:
     QLineEdit *name_txt, *pers_no1_txt, *pers_no2_txt, *lic_no_txt;
     QRadioButton *sex1_opt, *sex2_opt;
     code_list *bran_cbb, *big_cbb, *sect_cbb, *scholar_cbb, *univer_cbb, *school_cbb;
-    code_list *career_y_cbb, *career_m_cbb, *get_mail_cbb, *pers_call_cbb, *marry_cbb, *rel_cbb, *deposit_cbb, *sub_cbb;
-    QLineEdit *post1_txt, *post2_txt, *addr_txt, *tel1_txt, *tel2_txt, *tel3_txt, *hp1_txt, *hp2_txt, *hp3_txt;
+    code_list *career_y_cbb, *career_m_cbb, *get_mail_cbb, *pers_call_cbb, *marry_cbb, *rel_cbb, *deposit_cbb,
+        *sub_cbb;
+    QLineEdit *post1_txt, *post2_txt, *addr_txt, *tel1_txt, *tel2_txt, *tel3_txt, *hp1_txt, *hp2_txt,
+        *hp3_txt;
     QLineEdit *email_txt, *id_txt, *passwd_txt, *lic_pay_txt, *year_pay_txt, *lic_kind6_no, *lic_kind7_no;
     std::array<QCheckBox*, 7> lic_kind_chk;
 

@@ -53,7 +53,10 @@ void member_list::fill(const std::vector<listed_member>& members)
     }
 }
 
-QString member_list::pers_no_of(int at) const { return item(at)->data(pers_no_role).toString(); }
+QString member_list::pers_no_of(int at) const
+{
+    return item(at)->data(pers_no_role).toString();
+}
 
 int member_list::row_of(const QString& pers_no) const
 {

@@ -8,8 +8,8 @@
 
 namespace orvo {
 
-/// One page of members: the name, and in a quiet tone the birth date that tells namesakes apart. The resident number
-/// stays with its row.
+/// One page of members: the name, and in a quiet tone the birth date that tells namesakes apart. The resident
+/// number stays with its row.
 class member_list : public QListWidget {
 public:
     explicit member_list(const QString& name);

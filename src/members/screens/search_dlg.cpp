@@ -32,8 +32,9 @@ QListWidget* recent_list(const QString& name)
 class search_dlg::search_progress : public progress {
 public:
     explicit search_progress(search_dlg& over)
-        : over_{over}, gate_{over.Image2, [this] { ended_ = true; }},
-          clicked_{connect(over.Image2, &QPushButton::clicked, &over, [this] { ended_ = true; })}
+        : over_{over}, gate_{over.Image2, [this] { ended_ = true; }}, clicked_{connect(
+                                                                          over.Image2, &QPushButton::clicked,
+                                                                          &over, [this] { ended_ = true; })}
     {
         running_.start();
         over_.Image2->setText(QStringLiteral("중지(&C)"));
@@ -69,12 +70,13 @@ private:
 };
 
 search_dlg::search_dlg(client& c, desk& at, QWidget* over)
-    : dialog{QStringLiteral("search_dlg"), c, over}, desk_{at},
-      item_cbb{new code_list{QStringLiteral("item_cbb"), 10}}, str_txt{text_field(QStringLiteral("str_txt"), 30)},
-      Text1{new QLabel{hint}}, search{primary_button(QStringLiteral("search"), QStringLiteral("검색(&S)"), "search")},
+    : dialog{QStringLiteral("search_dlg"), c, over}, desk_{at}, item_cbb{new code_list{
+                                                                    QStringLiteral("item_cbb"), 10}},
+      str_txt{text_field(QStringLiteral("str_txt"), 30)}, Text1{new QLabel{hint}},
+      search{primary_button(QStringLiteral("search"), QStringLiteral("검색(&S)"), "search")},
       Image2{button(QStringLiteral("Image2"), QStringLiteral("닫기(&C)"), "x")},
-      word_lst{recent_list(QStringLiteral("word_lst"))}, member_lst{recent_list(QStringLiteral("member_lst"))},
-      recents{new QWidget}
+      word_lst{recent_list(QStringLiteral("word_lst"))},
+      member_lst{recent_list(QStringLiteral("member_lst"))}, recents{new QWidget}
 {
     Text1->setObjectName(QStringLiteral("Text1"));
     for (const char* text : {"회원명", "주민번호", "면허번호", "근무처명", "e_mail"})
@@ -82,7 +84,8 @@ search_dlg::search_dlg(client& c, desk& at, QWidget* over)
     Text1->setForegroundRole(QPalette::PlaceholderText);
     auto* side_by_side = beside(
         {below({group(QStringLiteral("recent_words"), QStringLiteral("최근 검색어"), below({word_lst}))}),
-         below({group(QStringLiteral("recent_members"), QStringLiteral("최근에 연 회원"), below({member_lst}))})});
+         below({group(QStringLiteral("recent_members"), QStringLiteral("최근에 연 회원"),
+                      below({member_lst}))})});
     side_by_side->setContentsMargins(0, 0, 0, 0);
     recents->setLayout(side_by_side);
     lay_out(below({form({entry{QStringLiteral("검색항목(&I)"), {item_cbb}},
@@ -116,7 +119,10 @@ search_dlg::search_dlg(client& c, desk& at, QWidget* over)
     str_txt->setFocus();
 }
 
-int search_dlg::item() const { return std::max(0, item_cbb->currentIndex()); }
+int search_dlg::item() const
+{
+    return std::max(0, item_cbb->currentIndex());
+}
 
 void search_dlg::show_recent_words()
 {

@@ -10,8 +10,8 @@ namespace orvo {
 
 class code_list;
 
-/// Finds members by a keyword, copies them to this workstation and opens the console on the copy. Below the question
-/// stand the last words that were searched for and the last members that were opened.
+/// Finds members by a keyword, copies them to this workstation and opens the console on the copy. Below the
+/// question stand the last words that were searched for and the last members that were opened.
 class search_dlg : public dialog {
 public:
     search_dlg(client& c, desk& at, QWidget* over);
