@@ -99,9 +99,9 @@ void click_and_turn(driven_program& client, int times, unsigned seed, const samp
     for (int i = 0; i < times; ++i)
         pages.push_back(any_page(random));
     std::sort(pages.begin(), pages.end());
-    const auto add = [&to](const std::string& what, driven_program::click_times times) {
-        to.add(what.c_str(), "client", 0, times.passed);
-        to.add((what + "_worked").c_str(), "client", 0, times.worked);
+    const auto add = [&to](const std::string& what, driven_program::click_times taken) {
+        to.add(what.c_str(), "client", 0, taken.passed);
+        to.add((what + "_worked").c_str(), "client", 0, taken.worked);
     };
     for (const int page : pages) {
         client.go_to_page(page);

@@ -34,11 +34,10 @@ struct at_search {
         a_member{kim}.store_in(on.c.local_conn);
     }
 
-    search_dlg& open()
+    void open()
     {
         dlg = std::make_unique<search_dlg>(on.c, desk, nullptr);
         bring_up(*dlg);
-        return *dlg;
     }
     void enter(const QString& key)
     {
@@ -66,204 +65,114 @@ class search_dlg_test : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void found_members_are_copied_and_shown_data();
-    void found_members_are_copied_and_shown();
-    void nobody_found_leaves_the_dialog_and_the_copy_data() { engines_under_test(); }
-    void nobody_found_leaves_the_dialog_and_the_copy();
-    void an_empty_keyword_is_refused();
-    void it_closes_without_a_search();
-    void picking_an_item_leads_to_the_keyword();
-    void words_and_members_of_before_are_offered();
-    void a_member_of_before_who_is_gone();
-    void a_failure_is_reported_and_the_dialog_stays();
-    void a_long_search_is_ended_by_its_button_alone();
-};
-
-void search_dlg_test::found_members_are_copied_and_shown_data()
-{
-    QTest::addColumn<engine>("kind");
-    QTest::addColumn<int>("item");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<bool>("by_button");
-    for (const engine kind : engines) {
-        const char* name = name_of(kind);
-        QTest::addRow("%s: name by Enter", name) << kind << 0 << "영수" << false;
-        QTest::addRow("%s: licence by the button", name) << kind << 2 << "7" << true;
-        QTest::addRow("%s: nothing chosen is the name", name) << kind << -1 << "이영" << false;
+    void found_members_are_copied_and_shown_data() { engines_under_test(); }
+    void found_members_are_copied_and_shown()
+    {
+        FETCH_ENGINE(kind);
+        at_search at{kind};
+        for (const auto& [item, key] :
+             {std::pair{-1, "이영"}, {0, "영수"}, {2, "7"}}) { // nothing is the name
+            at.open();
+            control<QComboBox>(*at.dlg, "item_cbb").setCurrentIndex(item);
+            at.enter(key);
+            QCOMPARE(at.copied(), lee);
+            QCOMPARE(std::exchange(at.desk.shown, {}), QList<qint16>{screen_code::manager_main_frm}); // once
+            QVERIFY(!at.dlg->isVisible());
+            QCOMPARE(recent_words(at.on.c.local_conn, "head", std::max(0, item)).front(), QString{key});
+            at.on.c.local_conn.direct("delete from person_m_tbl");
+        }
+        QVERIFY(at.on.say.take_texts().isEmpty());
     }
-}
 
-void search_dlg_test::found_members_are_copied_and_shown()
-{
-    FETCH_ENGINE(kind);
-    QFETCH(int, item);
-    QFETCH(QString, key);
-    QFETCH(bool, by_button);
-    at_search at{kind};
-    at.open();
-    control<QComboBox>(*at.dlg, "item_cbb").setCurrentIndex(item);
-    if (by_button) {
-        type(&control<QLineEdit>(*at.dlg, "str_txt"), key);
-        click(&control<QPushButton>(*at.dlg, "search"));
-    } else {
-        at.enter(key);
-    }
-    QCOMPARE(at.copied(), lee);
-    QCOMPARE(at.desk.shown, QList<qint16>{screen_code::manager_main_frm}); // once
-    QVERIFY(!at.dlg->isVisible());
-    QCOMPARE(recent_words(at.on.c.local_conn, "head", std::max(0, item)), QStringList{key});
-    QVERIFY(at.on.say.take_texts().isEmpty());
-    QVERIFY(at.on.c.member_to_open.isEmpty());
-}
-
-void search_dlg_test::nobody_found_leaves_the_dialog_and_the_copy()
-{
-    FETCH_ENGINE(kind);
-    at_search at{kind};
-    at.open();
-    at.enter("없는 이름");
-    QCOMPARE(at.on.say.take_texts(), QStringList{"찾으시는 회원이 없습니다."}); // once
-    QVERIFY(at.dlg->isVisible());
-    QCOMPARE(shown_by(control<QLineEdit>(*at.dlg, "str_txt")), QString{});
-    QCOMPARE(at.dlg->focusWidget()->objectName(), QStringLiteral("str_txt"));
-    QCOMPARE(at.copied(), kim);
-    QVERIFY(at.desk.shown.isEmpty());
-    QVERIFY(recent_words(at.on.c.local_conn, "head", 0).isEmpty());
-    at.enter("이"); // another try
-    QCOMPARE(at.desk.shown.size(), 1);
-}
-
-void search_dlg_test::an_empty_keyword_is_refused()
-{
-    at_search at;
-    at.open();
-    for (const bool by_button : {true, false}) {
-        control<QComboBox>(*at.dlg, "item_cbb").setFocus();
-        by_button ? click(&control<QPushButton>(*at.dlg, "search")) : at.enter({});
-        QCOMPARE(at.on.say.take_texts(), QStringList{"찾고자하는 키워드를 적으십시요"});
-        QCOMPARE(at.dlg->focusWidget()->objectName(), QStringLiteral("str_txt"));
-        QVERIFY(at.dlg->isVisible());
-    }
-    QCOMPARE(at.copied(), kim);
-}
-
-void search_dlg_test::it_closes_without_a_search()
-{
-    at_search at;
-    for (const bool by_key : {true, false}) {
+    void a_search_that_finds_nobody_leaves_the_dialog_and_the_copy()
+    {
+        at_search at;
         at.open();
-        type(&control<QLineEdit>(*at.dlg, "str_txt"), "이");
-        by_key ? press(at.dlg->focusWidget(), Qt::Key_Escape)
-               : click(&control<QPushButton>(*at.dlg, "Image2"));
+        for (const bool is_empty : {true, false}) {
+            at.enter(is_empty ? "" : "없는 이름");
+            QCOMPARE(at.on.say.take_texts(), // once
+                     QStringList{is_empty ? "찾고자하는 키워드를 적으십시요" : "찾으시는 회원이 없습니다."});
+            QVERIFY(at.dlg->isVisible());
+            QCOMPARE(shown_by(control<QLineEdit>(*at.dlg, "str_txt")), QString{});
+            QCOMPARE(at.dlg->focusWidget()->objectName(), QStringLiteral("str_txt"));
+        }
+        press(at.dlg->focusWidget(), Qt::Key_Escape);
         QVERIFY(!at.dlg->isVisible());
+        QCOMPARE(at.copied(), kim);
+        QVERIFY(at.desk.shown.isEmpty());
+        QVERIFY(recent_words(at.on.c.local_conn, "head", 0).isEmpty());
     }
-    QVERIFY(at.desk.shown.isEmpty());
-    QCOMPARE(at.copied(), kim);
-}
 
-void search_dlg_test::picking_an_item_leads_to_the_keyword()
-{
-    at_search at;
-    remember_word(at.on.c.local_conn, "head", 3, "한빛", test_clock());
-    at.open();
-    auto& item_cbb = control<QComboBox>(*at.dlg, "item_cbb");
-    item_cbb.setFocus();
-    item_cbb.showPopup();
-    for (int down = 0; down < 3; ++down)
-        press(item_cbb.view(), Qt::Key_Down);
-    press(item_cbb.view(), Qt::Key_Return);
-    QCOMPARE(item_cbb.currentText(), QStringLiteral("근무처명"));
-    QCOMPARE(at.dlg->focusWidget()->objectName(), QStringLiteral("str_txt"));
-    QCOMPARE(control<QListWidget>(*at.dlg, "word_lst").count(), 1); // those of this item
-}
+    void words_and_members_of_before_are_offered()
+    {
+        at_search at;
+        remember_word(at.on.c.local_conn, "head", 0, "이영", test_clock());
+        remember_word(at.on.c.local_conn, "head", 0, "없는 이름", test_clock().addSecs(1));
+        remember_word(at.on.c.local_conn, "other", 0, "남의 말", test_clock());
+        remember_member(at.on.c.local_conn, "head", {lee, "이영수"}, test_clock());
+        at.open();
+        auto& word_lst = control<QListWidget>(*at.dlg, "word_lst");
+        QCOMPARE(word_lst.count(), 2);
+        for (const Qt::Key to : {Qt::Key_Home, Qt::Key_Down}) {
+            word_lst.setFocus();
+            press(&word_lst, to);
+            press(&word_lst, Qt::Key_Return);
+        }
+        // Once for the first: the main button did not hear that Enter as well.
+        QCOMPARE(at.on.say.take_texts(), QStringList{"찾으시는 회원이 없습니다."});
+        QCOMPARE(at.desk.shown.size(), 1);
+        QCOMPARE(at.copied(), lee);
+        a_member{kim}.store_in(at.on.c.local_conn);
+        at.open();
+        auto& member_lst = control<QListWidget>(*at.dlg, "member_lst");
+        QCOMPARE(member_lst.item(0)->text(), QStringLiteral("이영수  851212"));
+        Q_EMIT member_lst.itemActivated(member_lst.item(0));
+        QCOMPARE(at.desk.shown.size(), 2);
+        QCOMPARE(at.copied(), lee);
+        QCOMPARE(std::exchange(at.on.c.member_to_open, {}), lee);
+        at.on.c.session_branch = "10"; // and he is of 20
+        at.open();
+        auto& offered = control<QListWidget>(*at.dlg, "member_lst");
+        Q_EMIT offered.itemActivated(offered.item(0));
+        QCOMPARE(at.on.say.take_texts(), QStringList{"찾으시는 회원이 없습니다."});
+        QVERIFY(at.dlg->isVisible() && at.on.c.member_to_open.isEmpty());
+        QCOMPARE(at.copied(), lee); // that of before
+    }
 
-void search_dlg_test::words_and_members_of_before_are_offered()
-{
-    at_search at;
-    QVERIFY(!control<QWidget>(at.open(), "word_lst").isVisible()); // nothing to offer, nothing shown
-    remember_word(at.on.c.local_conn, "head", 0, "이영", test_clock());
-    remember_word(at.on.c.local_conn, "other", 0, "남의 말", test_clock());
-    remember_member(at.on.c.local_conn, "head", {lee, "이영수"}, test_clock());
-    at.open();
-    auto& word_lst = control<QListWidget>(*at.dlg, "word_lst");
-    QCOMPARE(word_lst.count(), 1);
-    word_lst.setFocus();
-    press(&word_lst, Qt::Key_Down);
-    press(&word_lst, Qt::Key_Return);
-    QCOMPARE(at.desk.shown.size(), 1); // the main button did not hear that Enter as well
-    QCOMPARE(at.copied(), lee);
-    a_member{kim}.store_in(at.on.c.local_conn);
-    at.open();
-    auto& member_lst = control<QListWidget>(*at.dlg, "member_lst");
-    QCOMPARE(member_lst.item(0)->text(), QStringLiteral("이영수  851212"));
-    Q_EMIT member_lst.itemActivated(member_lst.item(0));
-    QCOMPARE(at.desk.shown.size(), 2);
-    QCOMPARE(at.copied(), lee);
-    QCOMPARE(at.on.c.member_to_open, lee);
-    QVERIFY(!at.dlg->isVisible());
-}
-
-void search_dlg_test::a_member_of_before_who_is_gone()
-{
-    at_search at;
-    at.on.c.session_branch = "10"; // and he is of 20
-    remember_member(at.on.c.local_conn, "head", {lee, "이영수"}, test_clock());
-    at.open();
-    auto& member_lst = control<QListWidget>(*at.dlg, "member_lst");
-    Q_EMIT member_lst.itemActivated(member_lst.item(0));
-    QCOMPARE(at.on.say.take_texts(), QStringList{"찾으시는 회원이 없습니다."});
-    QVERIFY(at.dlg->isVisible());
-    QVERIFY(at.on.c.member_to_open.isEmpty());
-    QCOMPARE(at.copied(), kim);
-}
-
-void search_dlg_test::a_failure_is_reported_and_the_dialog_stays()
-{
-    at_search at;
-    at.open();
-    at.on.c.db_conn.direct("drop table person_m_tbl");
-    at.on.say.will_answer("작업을 마치지 못했습니다.\n\nno such table: person_m_tbl", answer::second);
-    at.enter("이");
-    QVERIFY(at.dlg->isVisible());
-    QVERIFY(at.desk.shown.isEmpty());
-    QCOMPARE(at.copied(), kim);
-    QCOMPARE(control<QPushButton>(*at.dlg, "Image2").text(), QStringLiteral("닫기(&C)")); // and works again
-}
-
-void search_dlg_test::a_long_search_is_ended_by_its_button_alone()
-{
-    at_search at;
-    // Some 100 million steps of the engine.
-    at.on.c.db_conn.direct(
-        "alter table person_m_tbl rename to slowly; create view person_m_tbl as with recursive n(i) as "
-        "(select 1 "
-        "union all select i+1 from n where i<100000000) select m.* from slowly m,n where i>99999999");
-    at.open();
-    auto& Image2 = control<QPushButton>(*at.dlg, "Image2");
-    auto& str_txt = control<QLineEdit>(*at.dlg, "str_txt");
-    QString seen_status;
-    bool stays_open = false;
-    int begun = 0;
-    QTimer hands;
-    hands.callOnTimeout([&] {
-        press(&str_txt, Qt::Key_Return); // dropped
-        at.dlg->close();
-        stays_open = at.dlg->isVisible();
-        ++begun;
-        seen_status = shown_by(control<QLabel>(*at.dlg, "Text1"));
-        click(&Image2);
-    });
-    hands.start(10);
-    at.enter("이");
-    QCOMPARE(begun, 1); // the Enter that began it begins no second one
-    QVERIFY(stays_open);
-    QVERIFY2(seen_status.startsWith("현재 검색 중 입니다.잠시 기다려 주십시요."),
-             qUtf8Printable(seen_status));
-    QCOMPARE(at.on.say.take_notes(), QStringList{"취소했습니다."});
-    QVERIFY(at.on.say.take_texts().isEmpty());
-    QVERIFY(at.dlg->isVisible());
-    QCOMPARE(at.copied(), kim);
-}
+    void a_long_search_is_ended_by_its_button_alone()
+    {
+        at_search at;
+        // Some 100 million steps of the engine.
+        at.on.c.db_conn.direct(
+            "alter table person_m_tbl rename to slowly; create view person_m_tbl as with recursive n(i) as "
+            "(select 1 "
+            "union all select i+1 from n where i<100000000) select m.* from slowly m,n where i>99999999");
+        at.open();
+        auto& Image2 = control<QPushButton>(*at.dlg, "Image2");
+        auto& str_txt = control<QLineEdit>(*at.dlg, "str_txt");
+        QString seen_status;
+        bool stays_open = false;
+        int begun = 0;
+        QTimer hands;
+        hands.callOnTimeout([&] {
+            press(&str_txt, Qt::Key_Return); // dropped
+            at.dlg->close();
+            stays_open = at.dlg->isVisible();
+            ++begun;
+            seen_status = shown_by(control<QLabel>(*at.dlg, "Text1"));
+            click(&Image2);
+        });
+        hands.start(10);
+        at.enter("이");
+        QCOMPARE(begun, 1); // the Enter that began it begins no second one
+        QVERIFY(stays_open);
+        QVERIFY(seen_status.startsWith("현재 검색 중 입니다.잠시 기다려 주십시요."));
+        QCOMPARE(at.on.say.take_notes(), QStringList{"취소했습니다."});
+        QVERIFY(at.on.say.take_texts().isEmpty());
+        QVERIFY(at.dlg->isVisible());
+        QCOMPARE(at.copied(), kim);
+    }
+};
 
 ORVO_SCREEN_TESTS(search_dlg_test)
 #include "search_dlg_test.moc"

@@ -66,9 +66,8 @@ a_payment::a_payment(const QString& pers_no, const QString& year, qint64 money)
 {
     with("pers_no", pers_no).with("code_member", 20).with("val_year", year).with("pres_money", money);
     with("code_receipt", 10).with("pres_let_day", QStringLiteral("20261122"));
-    bool is_year = false;
-    year.toInt(&is_year);
-    on((is_year ? year : QStringLiteral("2026")) + QStringLiteral("0315"));
+    const QString day = (year.size() == 4 && year[0].isDigit() ? year : QStringLiteral("2026")) + "0315";
+    with("pers_mem_day", day).with("pers_mem_b_day", day);
 }
 
 a_pledge::a_pledge(const QString& pers_no, const QString& con_day, qint64 amount)

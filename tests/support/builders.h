@@ -80,8 +80,6 @@ struct a_dues_year : row_builder<a_dues_year> {
 /// One payment for a year, the same day at the head office and the branch: 15 March of a year that is one.
 struct a_payment : row_builder<a_payment> {
     a_payment(const QString& pers_no, const QString& year, qint64 money = 50'000);
-
-    a_payment& on(const QString& day) { return with("pers_mem_day", day).with("pers_mem_b_day", day); }
 };
 
 /// A pledge of a lifetime fee, made on a day, nothing of it paid.

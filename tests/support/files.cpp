@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <sys/stat.h>
+
 #include <stdexcept>
 
 namespace orvo {
@@ -23,19 +25,8 @@ QByteArray content_of(const QString& path)
 
 int mode_of(const QString& path)
 {
-    const QFile::Permissions all = QFile::permissions(path);
-    int mode = 0;
-    for (const auto& [right, bit] : {std::pair{QFile::ReadOwner, 0400},
-                                     {QFile::WriteOwner, 0200},
-                                     {QFile::ExeOwner, 0100},
-                                     {QFile::ReadGroup, 040},
-                                     {QFile::WriteGroup, 020},
-                                     {QFile::ExeGroup, 010},
-                                     {QFile::ReadOther, 04},
-                                     {QFile::WriteOther, 02},
-                                     {QFile::ExeOther, 01}})
-        mode |= all.testFlag(right) ? bit : 0;
-    return mode;
+    struct stat found {};
+    return ::stat(qUtf8Printable(path), &found) == 0 ? static_cast<int>(found.st_mode & 0777) : 0;
 }
 
 } // namespace orvo

@@ -1,20 +1,22 @@
 #include "support/pausable_proxy.h"
 
-#include "support/postgresql_messages.h"
+#include <QtEndian>
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <array>
-#include <cstdlib>
 #include <system_error>
 
 namespace orvo {
 
 namespace {
+
+constexpr quint32 start_up = 196608;
 
 int checked(int result)
 {
@@ -37,14 +39,13 @@ int new_socket()
     return checked(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
 }
 
-/// False where the line is cut.
-bool send_all(int to, const char* bytes, std::size_t size)
+bool send_all(int to, std::string_view bytes)
 {
-    for (std::size_t done = 0; done < size;) {
-        const ssize_t sent = ::send(to, bytes + done, size - done, MSG_NOSIGNAL);
+    while (!bytes.empty()) {
+        const ssize_t sent = ::send(to, bytes.data(), bytes.size(), MSG_NOSIGNAL);
         if (sent <= 0)
             return false;
-        done += static_cast<std::size_t>(sent);
+        bytes.remove_prefix(static_cast<std::size_t>(sent));
     }
     return true;
 }
@@ -55,168 +56,186 @@ struct pausable_proxy::line {
     line(int from_client, int to_server) : client{from_client}, server{to_server} {}
     ~line()
     {
-        cut();
-        for (std::thread* each : {&up, &down})
-            if (each->joinable())
-                each->join();
         ::close(client);
-        if (server >= 0)
-            ::close(server);
+        ::close(server);
     }
     line(const line&) = delete;
     line& operator=(const line&) = delete;
 
-    void cut() const
+    /// How many statements end in the next bytes from the client.
+    int statements_in(std::string_view bytes)
     {
-        ::shutdown(client, SHUT_RDWR);
-        if (server >= 0)
-            ::shutdown(server, SHUT_RDWR);
+        unread += bytes;
+        int statements = 0;
+        // A message is a letter, the length of what follows with the length itself, and its content; those
+        // before the start-up is over come without the letter.
+        for (std::size_t letter = started; unread.size() >= letter + 4; letter = started) {
+            const std::size_t size = letter + qFromBigEndian<quint32>(unread.data() + letter);
+            if (unread.size() < size)
+                break;
+            if (!started)
+                started = qFromBigEndian<quint32>(unread.data() + 4) == start_up;
+            else if (unread.front() == 'E' || unread.front() == 'Q')
+                ++statements;
+            unread.erase(0, size);
+        }
+        return statements;
     }
 
     const int client;
     const int server; // -1 where nothing is said
-    std::atomic<bool> answer_is_doomed = false;
-    std::thread up;
-    std::thread down;
+    std::string unread;
+    bool started = false;
+    bool answer_is_doomed = false;
 };
 
-pausable_proxy::pausable_proxy(const server_address& server) : server_{server}, through_{server}
+pausable_proxy::pausable_proxy(const server_address& server) : server_port_{server.port}, through_{server}
 {
-    listen_on(0);
-    sockaddr_in address{};
-    socklen_t size = sizeof address;
-    checked(::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size));
-    through_.port = ntohs(address.sin_port);
+    through_.port = 0;
+    listen();
+    carrier_ = std::thread{[this] { run(); }};
 }
 
 pausable_proxy::~pausable_proxy()
 {
-    stop_listening();
-    const std::lock_guard lock{guard_};
-    lines_.clear();
+    refuse();
+    ends_ = true;
+    carrier_.join();
 }
 
-void pausable_proxy::listen_on(int port)
+void pausable_proxy::listen()
 {
-    const int listener = new_socket();
+    listener_ = new_socket();
     const int yes = 1;
-    checked(::setsockopt(listener, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes));
-    const sockaddr_in address = loopback(port);
-    checked(::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address));
-    checked(::listen(listener, 16));
-    listener_ = listener;
-    doorman_ = std::thread{[this, listener] { take_lines(listener); }};
+    checked(::setsockopt(listener_, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes));
+    sockaddr_in address = loopback(through_.port);
+    socklen_t size = sizeof address;
+    checked(::bind(listener_, reinterpret_cast<const sockaddr*>(&address), size));
+    checked(::listen(listener_, 16));
+    checked(::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size));
+    through_.port = ntohs(address.sin_port);
 }
 
-void pausable_proxy::stop_listening()
+void pausable_proxy::run()
 {
-    if (listener_ < 0)
+    while (!ends_) {
+        std::vector<pollfd> all{{listener_, POLLIN, 0}}; // one of -1 is passed over
+        for (const line& each : lines_)
+            for (const int end : {each.client, each.server})
+                all.push_back({each.server < 0 ? -1 : end, POLLIN, 0});
+        ::poll(all.data(), all.size(), 2);
+        if (auto* order = order_.exchange(nullptr)) {
+            (*order)();
+            continue;
+        }
+        std::size_t next = 1;
+        for (auto each = lines_.begin(); each != lines_.end(); next += 2) {
+            const bool stands =
+                (!all[next].revents || carry_up(*each)) && (!all[next + 1].revents || carry_down(*each));
+            each = stands ? std::next(each) : lines_.erase(each);
+        }
+        if (all[0].revents)
+            take_line();
+    }
+}
+
+void pausable_proxy::in_its_thread(const std::function<void()>& act)
+{
+    std::packaged_task<void()> order{act};
+    std::future<void> done = order.get_future();
+    order_ = &order;
+    done.get();
+}
+
+void pausable_proxy::take_line()
+{
+    const int client = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+    if (client < 0)
         return;
-    ::shutdown(listener_, SHUT_RDWR);
-    doorman_.join();
-    ::close(std::exchange(listener_, -1));
-}
-
-void pausable_proxy::take_lines(int listener)
-{
-    const int yes = 1;
-    while (true) {
-        const int client = ::accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
-        if (client < 0)
-            return;
-        ++taken_;
-        int server = -1;
-        if (!silent_) {
-            server = new_socket();
-            const sockaddr_in address = loopback(server_.port);
-            if (::connect(server, reinterpret_cast<const sockaddr*>(&address), sizeof address) < 0) {
-                ::close(server);
-                ::close(client);
-                continue;
-            }
-            for (const int each : {client, server})
-                ::setsockopt(each, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
-        }
-        auto fresh = std::make_unique<line>(client, server);
-        if (server >= 0) {
-            fresh->up = std::thread{[this, &each = *fresh] { carry_up(each); }};
-            fresh->down = std::thread{[this, &each = *fresh] { carry_down(each); }};
-        }
-        const std::lock_guard lock{guard_};
-        lines_.push_back(std::move(fresh));
+    if (!answer_.isEmpty()) {
+        std::array<char, 1024> first_words;
+        if (::recv(client, first_words.data(), first_words.size(), 0) > 0)
+            send_all(client, answer_.toStdString());
+        ::close(client);
+        return;
     }
+    int server = -1;
+    if (!silent_) {
+        server = new_socket();
+        const sockaddr_in address = loopback(server_port_);
+        const int yes = 1;
+        checked(::connect(server, reinterpret_cast<const sockaddr*>(&address), sizeof address));
+        for (const int each : {client, server})
+            ::setsockopt(each, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
+        const int room = 1 << 20;
+        ::setsockopt(client, SOL_SOCKET, SO_SNDBUF, &room, sizeof room);
+    }
+    lines_.emplace_back(client, server);
 }
 
-void pausable_proxy::carry_up(line& each)
+bool pausable_proxy::carry_up(line& each)
 {
     std::array<char, 65536> bytes;
-    postgresql_messages messages;
-    ssize_t got = 0;
-    while ((got = ::recv(each.client, bytes.data(), bytes.size(), 0)) > 0) {
-        const std::string_view chunk{bytes.data(), static_cast<std::size_t>(got)};
-        for (int left = messages.statements_in(chunk); left > 0; --left)
-            if (++statements_ == doomed_statement_)
-                each.answer_is_doomed = true;
-        if (!send_all(each.server, chunk.data(), chunk.size()))
-            break;
-    }
-    each.cut();
+    const ssize_t got = ::recv(each.client, bytes.data(), bytes.size(), 0);
+    if (got <= 0)
+        return false;
+    const std::string_view chunk{bytes.data(), static_cast<std::size_t>(got)};
+    for (int left = each.statements_in(chunk); left > 0; --left)
+        if (++statements_ == doomed_statement_)
+            each.answer_is_doomed = true;
+    return send_all(each.server, chunk);
 }
 
-void pausable_proxy::carry_down(line& each)
+bool pausable_proxy::carry_down(line& each)
 {
+    // A client that does not read must not keep the other lines waiting, its own request to cancel among
+    // them.
+    pollfd reader{each.client, POLLOUT, 0};
+    if (::poll(&reader, 1, 0) == 0)
+        return true;
     std::array<char, 65536> bytes;
-    ssize_t got = 0;
-    while ((got = ::recv(each.server, bytes.data(), bytes.size(), 0)) > 0) {
-        // A write is answered when it is stored, so the first byte of the answer says that the server has
-        // done it.
-        if (each.answer_is_doomed)
-            break;
-        auto size = static_cast<int>(got);
-        const int left = bytes_left_;
-        const bool is_last = left >= 0 && size >= left;
-        if (is_last)
-            size = left;
-        if (left >= 0)
-            bytes_left_ = is_last ? -1 : left - size;
-        if (!send_all(each.client, bytes.data(), static_cast<std::size_t>(size)) || is_last)
-            break;
-    }
-    each.cut();
+    const ssize_t got = ::recv(each.server, bytes.data(), bytes.size(), 0);
+    // A write is answered when it is stored, so the first byte of the answer says that the server has done
+    // it.
+    if (got <= 0 || each.answer_is_doomed)
+        return false;
+    std::string_view chunk{bytes.data(), static_cast<std::size_t>(got)};
+    const int left = bytes_left_;
+    const bool is_last = left >= 0 && std::cmp_greater_equal(got, left);
+    if (is_last)
+        chunk = chunk.substr(0, static_cast<std::size_t>(left));
+    if (left >= 0)
+        bytes_left_ = is_last ? -1 : left - static_cast<int>(got);
+    return send_all(each.client, chunk) && !is_last;
 }
 
 void pausable_proxy::cut_lines()
 {
-    const std::lock_guard lock{guard_};
-    lines_.clear();
+    in_its_thread([this] { lines_.clear(); });
 }
 
 void pausable_proxy::refuse()
 {
-    stop_listening();
-    cut_lines();
+    in_its_thread([this] {
+        lines_.clear();
+        if (listener_ >= 0)
+            ::close(std::exchange(listener_, -1));
+    });
 }
 
-void pausable_proxy::keep_silent()
+void pausable_proxy::answer_with(const QByteArray& bytes)
 {
-    silent_ = true;
+    in_its_thread([&] { answer_ = bytes; });
 }
 
 void pausable_proxy::resume()
 {
     silent_ = false;
-    if (listener_ < 0)
-        listen_on(through_.port);
-}
-
-void pausable_proxy::cut_in_place_of_answer(int statement)
-{
-    doomed_statement_ = statements_ + statement;
-}
-
-void pausable_proxy::cut_after(int bytes)
-{
-    bytes_left_ = bytes;
+    in_its_thread([this] {
+        answer_.clear();
+        if (listener_ < 0)
+            listen();
+    });
 }
 
 } // namespace orvo

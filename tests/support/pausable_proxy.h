@@ -2,16 +2,18 @@
 
 #include "db/open.h"
 
+#include <QByteArray>
+
 #include <atomic>
+#include <functional>
+#include <future>
 #include <list>
-#include <memory>
-#include <mutex>
 #include <thread>
 
 namespace orvo {
 
 /// Stands on the loopback interface between a client and its PostgreSQL server and is the bad line that a
-/// test needs. It runs in threads of its own, since a client waits for its answers in the test's.
+/// test needs. It runs in a thread of its own, since a client waits for its answers in the test's.
 class pausable_proxy {
 public:
     /// Takes new lines to the server of that address from the start.
@@ -27,40 +29,44 @@ public:
     /// Nobody is there: new lines are refused. Lines that stand are cut.
     void refuse();
     /// New lines are taken, but nothing is said on them.
-    void keep_silent();
+    void keep_silent() { silent_ = true; }
+    /// New lines get these bytes for an answer to their first words, and are cut.
+    void answer_with(const QByteArray& bytes);
     void resume();
 
     /// Lets the statement of that number from now on (1 is the next) reach the server and be carried out, and
     /// cuts its line in place of the answer.
-    void cut_in_place_of_answer(int statement);
+    void cut_in_place_of_answer(int statement) { doomed_statement_ = statements_ + statement; }
     /// Cuts the line after that many bytes more of answers.
-    void cut_after(int bytes);
+    void cut_after(int bytes) { bytes_left_ = bytes; }
 
     /// How many statements were sent to the server.
     int statements() const { return statements_; }
-    /// How many lines were taken.
-    int lines() const { return taken_; }
 
 private:
     struct line;
 
-    server_address server_;
+    const int server_port_;
     server_address through_;
     int listener_ = -1;
-    std::thread doorman_;
-    std::mutex guard_; // of lines_
-    std::list<std::unique_ptr<line>> lines_;
+    std::list<line> lines_;
+    QByteArray answer_;
+    std::atomic<bool> ends_ = false;
+    std::atomic<std::packaged_task<void()>*> order_ = nullptr;
     std::atomic<bool> silent_ = false;
     std::atomic<int> statements_ = 0;
-    std::atomic<int> taken_ = 0;
     std::atomic<int> doomed_statement_ = -1;
     std::atomic<int> bytes_left_ = -1;
+    std::thread carrier_;
 
-    void listen_on(int port);
-    void take_lines(int listener);
-    void stop_listening();
-    void carry_up(line& each);
-    void carry_down(line& each);
+    void listen();
+    void run();
+    /// Has something done between two looks at the lines.
+    void in_its_thread(const std::function<void()>& act);
+    void take_line();
+    /// False where the line is to be cut.
+    bool carry_up(line& each);
+    bool carry_down(line& each);
 };
 
 } // namespace orvo
