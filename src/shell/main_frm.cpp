@@ -152,11 +152,6 @@ bool main_frm::log_in_and_start()
         return false;
     // Once, and not again at a later login: rights last as long as the program runs.
     apply_rights();
-    // A menu that is withheld takes its shortcuts along.
-    if (c_.session_right1 == 0)
-        for (const command& each : commands())
-            if (each.menu == QLatin1String("m_mg") && actions_.contains(each.name))
-                actions_[each.name]->setEnabled(false);
     guard(c_.say, policy::report, [this] { show_operator(); });
     return true;
 }

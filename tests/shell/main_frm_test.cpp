@@ -6,6 +6,7 @@
 #include "ui/work_screen.h"
 
 #include <QAction>
+#include <QMenu>
 #include <QTest>
 
 using namespace orvo;
@@ -115,6 +116,37 @@ private Q_SLOTS:
             QCoreApplication::processEvents();
             QCOMPARE(at.log.size(), right);
         }
+    }
+
+    void submenus_stand_where_their_commands_do()
+    {
+        at_window at;
+        const auto names = [&](const char* menu) {
+            QStringList all;
+            for (const QAction* each : at.action(menu).menu()->actions())
+                all.append(each->objectName());
+            return all.join(u' ');
+        };
+        QCOMPARE(names("m_mg"), QStringLiteral("m_m_search m_mg_dues m_receipt m_other"));
+        QCOMPARE(names("m_receipt"), QStringLiteral("m_t_date m_r_etc"));
+        QCOMPARE(names("m_edu"), QStringLiteral("m_edu_pers m_Sup m_eduapp m_edu_update m_lic_app"));
+        QCOMPARE(names("m_edu_update"), QStringLiteral("m_center m_etc"));
+    }
+
+    void the_wait_box_stays_behind_its_screen_and_no_longer()
+    {
+        at_window at;
+        at.start("Toolbar1(1)");
+        const QWidget& box = at.screen("msg_frm");
+        QVERIFY(box.isVisible());
+        QCOMPARE(at.screen("workspace").childAt(box.geometry().center())->objectName(),
+                 QStringLiteral("insert_frm"));
+        at.start("m_m_search"); // nobody waits for a screen now
+        QVERIFY(!box.isVisible());
+        at.start("Toolbar1(1)");
+        at.window->showNormal();
+        at.window->resize(900, 600);
+        QTRY_VERIFY(!box.isVisible());
     }
 
     void a_screen_takes_the_place_of_the_open_one()
