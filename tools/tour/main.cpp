@@ -40,7 +40,7 @@ void plan(walk& road)
               }});
     road.add({QStringLiteral("console-page-1"), at("next_img"), [](QWidget* next) { click(next); }});
     road.add({QStringLiteral("console-page-2"), at("custom_lst"), [](QWidget* list) { click_row(list, 3); }});
-    road.add({QStringLiteral("member"), at("dues_h_grd"), [](QWidget* years) { click_row(years, 0); }});
+    road.add({QStringLiteral("member"), at("dues_h_grd"), [](QWidget* years) { click_row(years, 1); }});
     road.add({QStringLiteral("member-payments"), at("search_im"), [](QWidget* search) { click(search); }});
     road.add({QStringLiteral("search-again"), at("str_txt"), [](QWidget* word) {
                   type(word, QStringLiteral("없는 이름"));
