@@ -23,4 +23,11 @@ bool log_in(client& c, const QString& id, const QString& password)
     return true;
 }
 
+QString session_branch_name(client& c)
+{
+    const rows branch = c.local_conn.read("select branch_name from branch_code where code_bran='{code}'",
+                                          {{"code", c.session_branch}});
+    return branch.empty() ? QString{} : branch.front().text("branch_name");
+}
+
 } // namespace orvo

@@ -8,4 +8,7 @@ namespace orvo {
 /// False where no operator has that id and password.
 bool log_in(client& c, const QString& id, const QString& password);
 
+/// The name of the operator's branch, from the mirror of the code tables; empty where it does not know it.
+QString session_branch_name(client& c);
+
 } // namespace orvo

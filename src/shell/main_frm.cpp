@@ -2,6 +2,7 @@
 
 #include "client/client.h"
 #include "shell/commands.h"
+#include "shell/login.h"
 #include "shell/workspace.h"
 #include "ui/failures.h"
 #include "ui/icons.h"
@@ -122,9 +123,7 @@ void main_frm::show_server_state()
 void main_frm::show_operator()
 {
     operator_lbl->setText(c_.session_name);
-    const rows branch = c_.local_conn.read("select branch_name from branch_code where code_bran='{code}'",
-                                           {{"code", c_.session_branch}});
-    branch_lbl->setText(branch.empty() ? QString{} : branch.front().text("branch_name"));
+    branch_lbl->setText(session_branch_name(c_));
     show_server_state();
 }
 
@@ -204,11 +203,6 @@ void main_frm::ask(const QString& dialog_name)
     QTimer::singleShot(0, this, [this, dialog_name] {
         guard(c_.say, policy::report, [&] { openers_.dialogs.at(dialog_name)(c_, *this, this); });
     });
-}
-
-void main_frm::close_screen()
-{
-    workspace_->close_screen();
 }
 
 void main_frm::closeEvent(QCloseEvent* event)

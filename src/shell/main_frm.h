@@ -29,7 +29,6 @@ public:
 
     void show(qint16 code) override;
     void ask(const QString& dialog_name) override;
-    void close_screen() override;
 
     /// Starts a command as its menu item or button does.
     void start(const command& what);

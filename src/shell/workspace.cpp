@@ -43,11 +43,6 @@ void workspace::close_screen()
     screen_.clear();
 }
 
-work_screen* workspace::current() const
-{
-    return static_cast<work_screen*>(screen_.data());
-}
-
 void workspace::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);

@@ -19,7 +19,6 @@ public:
     void open(work_screen* made);
     /// Closes the open screen when the event under way is done; it is out of sight at once.
     void close_screen();
-    work_screen* current() const;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -25,9 +25,6 @@ public:
     virtual void show(qint16 code) = 0;
     /// Closes the open screen, if any, and opens the named dialog above the empty window.
     virtual void ask(const QString& dialog_name) = 0;
-    /// Closes the open screen as soon as the event under way is done: screens close from inside their own
-    /// handlers.
-    virtual void close_screen() = 0;
 };
 
 } // namespace orvo

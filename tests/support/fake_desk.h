@@ -12,11 +12,9 @@ class fake_desk : public desk {
 public:
     void show(qint16 code) override { shown.append(code); }
     void ask(const QString& dialog_name) override { asked.append(dialog_name); }
-    void close_screen() override { ++closed; }
 
     QList<qint16> shown;
     QStringList asked;
-    int closed = 0;
 };
 
 } // namespace orvo

@@ -37,11 +37,13 @@ public:
                                                                           &over, [this] { ended_ = true; })}
     {
         running_.start();
+        over_.is_searching_ = true;
         over_.Image2->setText(QStringLiteral("중지(&C)"));
     }
     ~search_progress() override
     {
         disconnect(clicked_);
+        over_.is_searching_ = false;
         over_.Image2->setText(QStringLiteral("닫기(&C)"));
         over_.Text1->setText(hint);
     }
@@ -142,7 +144,7 @@ void search_dlg::show_recent_members()
 
 void search_dlg::reject()
 {
-    if (Image2->text().startsWith(QStringLiteral("닫기")))
+    if (!is_searching_) // while it searches, Image2 and Esc end the search
         dialog::reject();
 }
 

@@ -31,6 +31,7 @@ private:
     QListWidget* word_lst;
     QListWidget* member_lst;
     QWidget* recents;
+    bool is_searching_ = false;
 
     int item() const;
     void show_recent_words();
