@@ -29,6 +29,7 @@ struct handover_variables {
     QString selected_pers_no; ///< empty: no member is open
     QString cur_val_year;
     QString cur_code_member;
+    qint16 zip_target = 0;  ///< of the registration form: 1 the home address, 2 the workplace's
     QString member_to_open; ///< whom the console opens by itself when it loads; taken back as it does
 };
 

@@ -205,6 +205,11 @@ void main_frm::ask(const QString& dialog_name)
     });
 }
 
+void main_frm::open_above(const QString& dialog_name, QWidget* over)
+{
+    openers_.dialogs.at(dialog_name)(c_, *this, over);
+}
+
 void main_frm::closeEvent(QCloseEvent* event)
 {
     close_all_windows();

@@ -18,7 +18,8 @@ class workspace;
 struct command;
 
 /// The main window: menus, toolbar, the one open screen, and the line that tells who works where.
-class main_frm : public QMainWindow, public desk {
+/// The desk is its first base: screens, which go with the window's other children, still find it to leave.
+class main_frm : public desk, public QMainWindow {
 public:
     main_frm(client& c, openers what);
     ~main_frm() override;
@@ -29,6 +30,7 @@ public:
 
     void show(qint16 code) override;
     void ask(const QString& dialog_name) override;
+    void open_above(const QString& dialog_name, QWidget* over) override;
 
     /// Starts a command as its menu item or button does.
     void start(const command& what);

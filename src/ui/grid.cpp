@@ -1,6 +1,7 @@
 #include "ui/grid.h"
 
 #include "base/amount.h"
+#include "client/client.h"
 #include "ui/theme.h"
 
 #include <QAbstractTableModel>
@@ -11,7 +12,6 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
-#include <QSettings>
 
 #include <algorithm>
 
@@ -106,8 +106,8 @@ private:
     }
 };
 
-grid::grid(const QString& name, std::vector<grid_column> columns, QSettings& settings)
-    : model_{new model{columns}}, settings_{settings}
+grid::grid(const QString& name, std::vector<grid_column> columns, client& c)
+    : model_{new model{columns}}, c_{c}
 {
     setObjectName(name);
     model_->setParent(this);
@@ -132,7 +132,7 @@ grid::grid(const QString& name, std::vector<grid_column> columns, QSettings& set
 void grid::restore_widths(const std::vector<grid_column>& columns)
 {
     const QString key = QStringLiteral("widths/") + objectName();
-    const QVariantList kept = settings_.value(key).toList();
+    const QVariantList kept = c_.settings.value(key).toList();
     const bool is_kept = kept.size() == static_cast<int>(columns.size());
     for (int i = 0; i < static_cast<int>(columns.size()); ++i) {
         const grid_column& each = columns[static_cast<std::size_t>(i)];
@@ -147,7 +147,7 @@ void grid::restore_widths(const std::vector<grid_column>& columns)
         QVariantList widths;
         for (int i = 0; i < model_->columnCount({}); ++i)
             widths.append(columnWidth(i));
-        settings_.setValue(key, widths);
+        c_.settings.setValue(key, widths);
     });
 }
 

@@ -8,9 +8,9 @@
 #include <functional>
 #include <vector>
 
-class QSettings;
-
 namespace orvo {
+
+class client;
 
 struct grid_column {
     QString caption;
@@ -29,7 +29,7 @@ public:
         QVariant key = {};
     };
 
-    grid(const QString& name, std::vector<grid_column> columns, QSettings& settings);
+    grid(const QString& name, std::vector<grid_column> columns, client& c);
 
     /// Replaces all rows. What was chosen is chosen no more, and the sorting is the given order again.
     void fill(std::vector<grid_row> filled);
@@ -56,7 +56,7 @@ private:
     class model;
 
     model* model_;
-    QSettings& settings_;
+    client& c_;
     QString empty_text_;
     std::function<void(int)> chosen_;
 

@@ -2,12 +2,11 @@
 #include "ui/grid.h"
 
 #include "hands/hands.h"
+#include "support/test_register.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
-#include <QSettings>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace orvo;
@@ -25,7 +24,7 @@ struct at_grid {
     void open()
     {
         of = std::make_unique<grid>("a_grd", std::vector<grid_column>{{"이름", 100}, {"금액", 80, true}},
-                                    settings);
+                                    running.c);
         bring_up(*of, 400, 300);
     }
     QPoint edge_of(int column) const
@@ -46,8 +45,7 @@ struct at_grid {
         return all;
     }
 
-    QTemporaryDir folder;
-    QSettings settings{folder.filePath("user.ini"), QSettings::IniFormat};
+    running_client running{engine::embedded};
     std::unique_ptr<grid> of;
 };
 

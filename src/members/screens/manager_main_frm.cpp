@@ -49,21 +49,21 @@ manager_main_frm::manager_main_frm(client& c, desk& at, QWidget* over)
                                                       {QStringLiteral("회원종류"), 92, false, true},
                                                       {QStringLiteral("총회비"), 66, true},
                                                       {QStringLiteral("미수금"), 66, true}},
-                                                     c.settings}},
+                                                     c}},
       dues_b_grd{new grid{QStringLiteral("dues_b_grd"),
                           {{QStringLiteral("본회"), 86},
                            {QStringLiteral("지회"), 86},
                            {QStringLiteral("입금액"), 86, true, true}},
-                          c.settings}},
+                          c}},
       com_grd{new grid{QStringLiteral("com_grd"),
                        {{QStringLiteral("근무처명"), 130, false, true},
                         {QStringLiteral("구분"), 76},
                         {QStringLiteral("퇴사일"), 66},
                         {QStringLiteral("교육"), 40}},
-                       c.settings}},
+                       c}},
       contract_grd{new grid{QStringLiteral("contract_grd"),
                             {{QStringLiteral("입금일"), 100}, {QStringLiteral("입금액"), 100, true, true}},
-                            c.settings}}
+                            c}}
 {
     page_txt->setObjectName(QStringLiteral("page_txt"));
     con_txt->setObjectName(QStringLiteral("con_txt"));
