@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QDate>
+#include <QString>
+
+#include <optional>
+
+namespace orvo {
+
+// What an operator types, read as people write it: half or full width, with or without signs between the
+// digits. Where two readings are possible there is none: the text is refused with a sentence that says what
+// to type.
+
+/// Whole won, or a refusal; neither where nothing is typed.
+struct typed_amount {
+    std::optional<qint64> won;
+    QString refusal;
+};
+
+/// "30000", "30,000", "₩30,000", "3만 원", "1억2000만", "2천만"; up to what a column of 32 bits holds.
+typed_amount read_amount(QStringView typed);
+
+enum class date_part { year, month, day };
+
+inline constexpr int first_year = 1970;
+inline constexpr int last_year = 2050;
+
+/// The parts as the register writes them, "2026", "03", "09". A part that was not typed is empty.
+struct typed_date {
+    QString year;
+    QString month;
+    QString day;
+    QString refusal;
+};
+
+/// "20261122", "2026-11-22", "2026. 11. 22.", "2026년 11월 22일"; "11.22" is of the year of `today`,
+/// "2026-11" has no day, four digits are a year. One or two digits are the part `alone`, and refused where
+/// that is the year. Days are not checked against the month, as the register holds such dates.
+typed_date read_date(QStringView typed, QDate today, date_part alone = date_part::year);
+
+/// The same for months: "202611", "2026-11", "2026.11", "2026년 11월".
+typed_date read_month(QStringView typed, date_part alone = date_part::year);
+
+} // namespace orvo
