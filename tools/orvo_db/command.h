@@ -20,6 +20,7 @@ extern const command operator_command;
 extern const command dump_command;
 extern const command sync_codes_command;
 extern const command demo_command;
+extern const command import_zip_command;
 
 /// Refuses arguments beyond the first `most`.
 void expect_arguments(const QCommandLineParser& line, qsizetype most);

@@ -1,17 +1,11 @@
 #pragma once
 
 #include "db/connection.h"
+#include "setup/refusal.h"
 
 #include <QString>
 
-#include <stdexcept>
-
 namespace orvo::setup {
-
-/// Something that is not done because it would be wrong.
-struct refusal : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
 
 struct operator_account {
     QString id;
