@@ -60,22 +60,26 @@ std::string digits(random_stream& random, int count)
 
 address street(random_stream& random, int branch)
 {
-    const province& where = province_of(random, branch);
-    address made{std::string{where.post} + digits(random, 4), std::string{where.name} + " ", where.area};
-    made.text += random.pick(districts);
-    if (where.is_city)
-        made.text += "구 ";
-    else
-        made.text += random.chance(600) ? "시 " : "군 ";
-    made.text += random.pick(quarters);
-    made.text += where.is_city || random.chance(600) ? "동 " : random.chance(500) ? "읍 " : "면 ";
-    made.text += std::to_string(random.between(1, 980));
+    const neighbourhood where = any_neighbourhood(random, branch);
+    address made{where.post, std::string{where.province}, where.area};
+    made.text += " " + where.district + " " + where.name + " " + std::to_string(random.between(1, 980));
     if (random.chance(700))
         made.text += "-" + std::to_string(random.between(1, 40));
     return made;
 }
 
 } // namespace
+
+neighbourhood any_neighbourhood(random_stream& random, int branch)
+{
+    const province& where = province_of(random, branch);
+    neighbourhood made{std::string{where.post} + digits(random, 4), where.name, {}, {}, where.area};
+    made.district = random.pick(districts);
+    made.district += where.is_city ? "구" : random.chance(600) ? "시" : "군";
+    made.name = random.pick(quarters);
+    made.name += where.is_city || random.chance(600) ? "동" : random.chance(500) ? "읍" : "면";
+    return made;
+}
 
 address home_address(random_stream& random, int branch)
 {

@@ -12,6 +12,19 @@ struct address {
     std::string_view area; ///< the telephone's area code
 };
 
+/// What has a postal code.
+struct neighbourhood {
+    std::string post;
+    std::string_view province;
+    std::string district;
+    std::string name;
+    std::string_view area; ///< the telephone's area code
+
+    bool is_rural() const { return name.ends_with("읍") || name.ends_with("면"); }
+};
+
+neighbourhood any_neighbourhood(random_stream& random, int branch);
+
 /// Where a member of a branch may live. Districts and streets are of our own making.
 address home_address(random_stream& random, int branch);
 /// Where a workplace of that branch may stand.

@@ -41,4 +41,9 @@ std::string_view table_in_the_way(connection& server);
 /// Fills an empty register: the same rows for the same plan, on every engine. All or nothing.
 void fill(connection& server, const plan& what, const report& tell = {});
 
+/// Gives a workstation that has no postal codes some of our own making: those of up to 500 members' homes,
+/// and as many others as make 600 rows. Where two members disagree on a neighbourhood's code, the first is
+/// right.
+void fill_postal_codes(connection& server, connection& local, const plan& what, const report& tell = {});
+
 } // namespace orvo::demo

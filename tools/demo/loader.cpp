@@ -43,13 +43,13 @@ void loader::fill(std::string_view table, const std::function<bool(row&)>& next)
 {
     constexpr qint64 rows_between_reports = 5000;
     std::vector<std::string_view> columns;
-    for (const column& each : find_table(database::server, table)->columns)
+    for (const column& each : find_table(where_, table)->columns)
         if (each.type != column_type::identity)
             columns.push_back(each.name);
 
     row one;
     qint64 done = 0;
-    server_.load(table, columns, [&](std::vector<cell>& fields) {
+    to_.load(table, columns, [&](std::vector<cell>& fields) {
         one.clear();
         if (!next(one))
             return false;

@@ -28,17 +28,21 @@ private:
     std::size_t used_ = 0;
 };
 
-/// Fills the tables of one register.
+/// Fills the tables of one database.
 class loader {
 public:
-    loader(connection& server, const report& tell) : server_{server}, tell_{tell} {}
+    loader(connection& to, const report& tell, database where = database::server)
+        : to_{to}, tell_{tell}, where_{where}
+    {
+    }
 
     /// `next` writes a row and returns true, or returns false at the end. Identities are left to the engine.
     void fill(std::string_view table, const std::function<bool(row&)>& next);
 
 private:
-    connection& server_;
+    connection& to_;
     const report& tell_;
+    database where_;
 };
 
 } // namespace orvo::demo

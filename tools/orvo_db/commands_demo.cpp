@@ -54,10 +54,13 @@ void run(const QCommandLineParser& line, const context& in)
     if (const std::string_view table = demo::table_in_the_way(server); !table.empty())
         throw tool_failure{"the register is in use: " + std::string{table} + " holds rows already"};
     progress_line progress{in.verbose};
-    demo::fill(server, what,
-               [&](std::string_view table, qint64 rows, bool all) { progress.show(table, rows, all); });
-    progress.close();
+    const demo::report tell = [&](std::string_view table, qint64 rows, bool all) {
+        progress.show(table, rows, all);
+    };
+    demo::fill(server, what, tell);
     connection local = in.open(database::local);
+    demo::fill_postal_codes(server, local, what, tell);
+    progress.close();
     sync_codes(server, local);
     print_operators();
 }
