@@ -204,6 +204,20 @@ private Q_SLOTS:
         }
     }
 
+    void members_homes_have_their_postal_codes()
+    {
+        connection local = open(filled_, database::local);
+        std::map<QString, QString> codes;
+        for (const auto& each : local.read("select * from zip")) {
+            const QString place = each.text("do") + u' ' + each.text("gu") + u' ' + each.text("dong");
+            QCOMPARE(codes.try_emplace(place, each.text("post")).first->second, each.text("post"));
+        }
+        int found = 0;
+        for (const auto& each : open(filled_).read("select code_post,pers_add from person_m_tbl"))
+            found += codes[each.text("pers_add").section(u' ', 0, 2)] == each.text("code_post");
+        QVERIFY(found >= 48); // of 50, as neighbours are drawn with codes of their own
+    }
+
     void demo_operators_can_log_in()
     {
         connection server = open(filled_);
@@ -295,6 +309,9 @@ private Q_SLOTS:
             {"demo --members 0", 2, "--members"},
             {"demo --today 20240231", 2, "--today"},
             {"demo --members 60 --seed 9", 1, "person_m_tbl"}, // a register in use
+            {"import-zip", 2, "a file"},
+            {"import-zip no.txt --encoding latin1", 2, "--encoding"},
+            {"import-zip no.txt", 1, "no.txt"},
         };
         for (const auto& [command, code, why] : cases) {
             const outcome refused = run_tool(filled_, command);
