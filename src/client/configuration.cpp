@@ -10,11 +10,15 @@ constexpr qsizetype longest_value = 255;
 
 const QString connection_file = QStringLiteral("connection.ini");
 
-/// A value of [SERVER], or what stands for it where the key is missing or empty.
+/// What stands for a key that is missing or empty.
+QString or_else(const QString& value, const QString& otherwise)
+{
+    return value.isEmpty() || value == QLatin1String("Default") ? otherwise : value;
+}
+
 QString server_value(const program_folder& folder, const QString& key, const QString& otherwise = {})
 {
-    const QString value = read_conf_value(folder, connection_file, QStringLiteral("server"), key);
-    return value.isEmpty() || value == QLatin1String("Default") ? otherwise : value;
+    return or_else(read_conf_value(folder, connection_file, QStringLiteral("server"), key), otherwise);
 }
 
 std::chrono::seconds seconds_of(const program_folder& folder, const QString& key, int otherwise)
@@ -45,6 +49,13 @@ QString read_conf_value(const program_folder& folder, const QString& file, const
     QString value = found.value_or(QStringLiteral("Default")).left(longest_value);
     value.remove(QChar{u'\0'});
     return value;
+}
+
+QString default_mail_domain(const program_folder& folder)
+{
+    return or_else(read_conf_value(folder, QStringLiteral("association.ini"), QStringLiteral("mail"),
+                                   QStringLiteral("domain")),
+                   QStringLiteral("association.example"));
 }
 
 server_address read_server_address(const program_folder& folder)

@@ -16,4 +16,8 @@ QString read_conf_value(const program_folder& folder, const QString& file, const
 /// folder where the file or a key is missing. Throws db_failure on an engine that does not exist.
 server_address read_server_address(const program_folder& folder);
 
+/// The mail domain with which the field of a new member's address begins: `domain` in [MAIL] of
+/// association.ini.
+QString default_mail_domain(const program_folder& folder);
+
 } // namespace orvo

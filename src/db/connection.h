@@ -68,9 +68,12 @@ public:
     void reopen();
     void close();
     engine kind() const;
+    line_watch* watch() const { return watch_; }
     void set_watch(line_watch* watch) { watch_ = watch; }
     /// Whether the last statement was answered.
     bool is_up() const { return up_; }
+    /// Whether a statement is under way: timers fire while one waits for its server.
+    bool is_busy() const { return busy_; }
 
     rows read(std::string_view text, const values& given = {});
     /// Row by row, for results that can be large. Ends early where the sink or the progress says so; throws

@@ -7,6 +7,14 @@ db_failure::db_failure(failure_kind kind, QString text, QString statement)
 {
 }
 
+db_failure db_failure::behind(QStringList stored, QString missing) const
+{
+    db_failure told{*this};
+    told.stored_ = std::move(stored);
+    told.missing_ = std::move(missing);
+    return told;
+}
+
 std::int32_t db_failure::number() const
 {
     switch (kind_) {

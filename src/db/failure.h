@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <exception>
@@ -34,12 +35,19 @@ public:
     const QString& statement() const { return statement_; }
     const char* what() const noexcept override { return bytes_.constData(); }
 
+    /// What a save had stored before it broke, and what it was about to store: in the operator's words.
+    const QStringList& stored() const { return stored_; }
+    const QString& missing() const { return missing_; }
+
     db_failure in(const QString& statement) const { return {kind_, text_, statement}; }
+    db_failure behind(QStringList stored, QString missing) const;
 
 private:
     failure_kind kind_;
     QString text_;
     QString statement_;
+    QStringList stored_;
+    QString missing_;
     QByteArray bytes_;
 };
 

@@ -1,5 +1,6 @@
 #include "shell/openers.h"
 
+#include "members/screens/insert_frm.h"
 #include "members/screens/manager_main_frm.h"
 #include "members/screens/search_dlg.h"
 #include "shell/login_dlg.h"
@@ -9,6 +10,9 @@ namespace orvo {
 openers all_openers()
 {
     openers all;
+    all.screens[QStringLiteral("insert_frm")] = [](client& c, desk& at, QWidget* over) -> work_screen* {
+        return new insert_frm{c, at, over};
+    };
     all.screens[QStringLiteral("manager_main_frm")] = [](client& c, desk& at, QWidget* over) -> work_screen* {
         return new manager_main_frm{c, at, over};
     };

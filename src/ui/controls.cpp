@@ -4,18 +4,16 @@
 #include "ui/theme.h"
 
 #include <QFontMetrics>
+#include <QRegularExpressionValidator>
+#include <QShortcut>
+#include <QWheelEvent>
 
 namespace orvo {
 
-namespace {
-
-/// Room for that many half-width characters.
 int room_for(const QWidget* field, int characters)
 {
     return field->fontMetrics().horizontalAdvance(u'0') * characters;
 }
-
-} // namespace
 
 QLineEdit* text_field(const QString& name, int shown, int longest)
 {
@@ -27,6 +25,13 @@ QLineEdit* text_field(const QString& name, int shown, int longest)
     return field;
 }
 
+QLineEdit* digits_field(const QString& name, int shown, int longest)
+{
+    QLineEdit* field = text_field(name, shown, longest);
+    field->setValidator(new QRegularExpressionValidator{QRegularExpression{QStringLiteral("[0-9]*")}, field});
+    return field;
+}
+
 QPushButton* button(const QString& name, const QString& caption, const char* icon_name)
 {
     auto* made = new QPushButton{caption};
@@ -34,6 +39,24 @@ QPushButton* button(const QString& name, const QString& caption, const char* ico
     made->setAutoDefault(false);
     if (icon_name)
         made->setIcon(icon(icon_name));
+    return made;
+}
+
+QToolButton* picker_button(const QString& name, const QString& what, std::initializer_list<QWidget*> fields,
+                           const char* icon_name)
+{
+    auto* made = new QToolButton;
+    made->setObjectName(name);
+    made->setIcon(icon(icon_name));
+    made->setAutoRaise(true);
+    made->setFocusPolicy(Qt::NoFocus);
+    made->setToolTip(what + QStringLiteral(" (F2)"));
+    made->setAccessibleName(what);
+    for (QWidget* field : fields) {
+        auto* key = new QShortcut{QKeySequence{Qt::Key_F2}, field};
+        key->setContext(Qt::WidgetShortcut);
+        QObject::connect(key, &QShortcut::activated, made, &QToolButton::click);
+    }
     return made;
 }
 
@@ -55,6 +78,7 @@ code_list::code_list(const QString& name, int shown)
     setMinimumWidth(room_for(this, shown) + 30);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMaxVisibleItems(20);
+    setFocusPolicy(Qt::StrongFocus); // the wheel gives no focus
 }
 
 void code_list::add(const QString& text, qint64 code)
@@ -85,6 +109,11 @@ void code_list::choose_text(const QString& text)
     setCurrentIndex(findText(text, Qt::MatchExactly));
 }
 
+void code_list::wheelEvent(QWheelEvent* event)
+{
+    hasFocus() ? QComboBox::wheelEvent(event) : event->ignore();
+}
+
 code_list* text_list(const QString& name, const QStringList& texts, int shown)
 {
     auto* list = new code_list{name, shown};
@@ -99,16 +128,6 @@ QStringList two_digit_texts(int first, int last)
     for (int i = first; i <= last; ++i)
         texts.append(QStringLiteral("%1").arg(i, 2, 10, QLatin1Char{'0'}));
     return texts;
-}
-
-void make_read_only(QWidget* field)
-{
-    if (auto* text = dynamic_cast<QLineEdit*>(field)) {
-        text->setReadOnly(true);
-        return;
-    }
-    field->setAttribute(Qt::WA_TransparentForMouseEvents);
-    field->setFocusPolicy(Qt::NoFocus);
 }
 
 } // namespace orvo

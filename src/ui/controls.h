@@ -5,14 +5,26 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QToolButton>
 
 namespace orvo {
+
+/// Pixels for that many half-width characters in the font of the field.
+int room_for(const QWidget* field, int characters);
 
 /// A text field as wide as `shown` characters, which takes at most `longest` (0: no bound).
 QLineEdit* text_field(const QString& name, int shown, int longest = 0);
 
+/// The same for numbers that are kept as text: nothing but the digits 0 to 9 can be typed.
+QLineEdit* digits_field(const QString& name, int shown, int longest);
+
 /// A button with an icon and a mnemonic in its caption. Takes no Enter from other fields.
 QPushButton* button(const QString& name, const QString& caption, const char* icon_name = nullptr);
+
+/// The small button behind a list or address that opens the dialog to pick it from: by click, or by F2 in one
+/// of its fields. Tab walks the fields alone. `what` is said by the tooltip and to screen readers.
+QToolButton* picker_button(const QString& name, const QString& what, std::initializer_list<QWidget*> fields,
+                           const char* icon_name = "ellipsis");
 
 /// The one filled button of a screen, which Enter presses.
 QPushButton* primary_button(const QString& name, const QString& caption, const char* icon_name);
@@ -31,6 +43,10 @@ public:
     void choose_code(qint64 code);
     /// Chooses the first entry of that text, or none.
     void choose_text(const QString& text);
+
+protected:
+    /// A wheel that rolls over the form must not change what it passes.
+    void wheelEvent(QWheelEvent* event) override;
 };
 
 /// A drop-down list of plain texts, none of them chosen.
@@ -38,8 +54,5 @@ code_list* text_list(const QString& name, const QStringList& texts, int shown);
 
 /// Texts "01" to the two digits of `last`.
 QStringList two_digit_texts(int first, int last);
-
-/// The field shows and is copied from, but cannot be changed.
-void make_read_only(QWidget* field);
 
 } // namespace orvo

@@ -24,15 +24,31 @@ QString in_words(const db_failure& failure)
         return QStringLiteral("데이터베이스 파일이 손상되었습니다. 관리자에게 문의하시기 바랍니다.");
     case failure_kind::timed_out:
         return QStringLiteral("정해진 시간 안에 작업이 끝나지 않았습니다. 잠시 후에 다시 시도하십시오.");
+    case failure_kind::line_lost:
+        return QStringLiteral("서버에 연결되지 않았습니다.");
     default:
         return failure.text();
     }
 }
 
+/// What of a broken save is in force, so that the operator knows what is left to do.
+QString state_of_save(const db_failure& failure)
+{
+    if (failure.missing().isEmpty())
+        return {};
+    const bool unknown = failure.kind() == failure_kind::outcome_unknown;
+    return QStringLiteral("\n\n저장된 것: %1\n%2: %3")
+        .arg(failure.stored().isEmpty() ? QStringLiteral("없음")
+                                        : failure.stored().join(QStringLiteral(", ")),
+             unknown ? QStringLiteral("저장되었는지 알 수 없는 것") : QStringLiteral("저장하지 못한 것"),
+             failure.missing());
+}
+
 void report(prompts& say, const db_failure& failure)
 {
-    message what{QStringLiteral("작업을 마치지 못했습니다.\n\n%1").arg(in_words(failure)),
-                 QStringLiteral("오류 보고"), sign::critical};
+    message what{
+        QStringLiteral("작업을 마치지 못했습니다.\n\n%1%2").arg(in_words(failure), state_of_save(failure)),
+        QStringLiteral("오류 보고"), sign::critical};
     what.details =
         failure.statement().isEmpty() ? failure.text() : failure.text() + u'\n' + failure.statement();
     if (say.ask(what, QStringLiteral("프로그램 끝내기"), QStringLiteral("계속하기"), answer::second))
@@ -41,6 +57,8 @@ void report(prompts& say, const db_failure& failure)
 
 void handle(prompts& say, policy how, const db_failure& failure)
 {
+    if (!failure.stored().isEmpty()) // a save that stopped half way is never passed over
+        return report(say, failure);
     switch (failure.kind()) {
     case failure_kind::cancelled:
         return say.note(QStringLiteral("취소했습니다."));

@@ -5,6 +5,7 @@
 #include <QBoxLayout>
 #include <QGridLayout>
 #include <QLabel>
+#include <QToolButton>
 
 namespace orvo {
 
@@ -30,10 +31,22 @@ void name_for_readers(QWidget* control, const QString& caption, int place)
         control->setAccessibleName(place == 1 ? caption : QStringLiteral("%1 %2").arg(caption).arg(place));
 }
 
+/// The last control that is not a small button behind another.
+const QWidget* last_field(const entry& described)
+{
+    const QWidget* last = nullptr;
+    for (const entry::piece& piece : described.pieces)
+        if (const auto* control = std::get_if<QWidget*>(&piece);
+            control && !dynamic_cast<QToolButton*>(*control))
+            last = *control;
+    return last;
+}
+
 QLayout* strip(const entry& described, QLabel* label)
 {
     auto* box = new QHBoxLayout;
     box->setSpacing(4);
+    const QWidget* widest = described.fills ? last_field(described) : nullptr;
     int place = 0;
     for (const entry::piece& piece : described.pieces) {
         if (const auto* text = std::get_if<const char*>(&piece)) {
@@ -44,7 +57,7 @@ QLayout* strip(const entry& described, QLabel* label)
         name_for_readers(control, described.caption, ++place);
         if (place == 1)
             label->setBuddy(control);
-        const bool takes_rest = described.fills && &piece == &described.pieces.back();
+        const bool takes_rest = control == widest;
         if (!takes_rest && control->minimumWidth() > 0)
             control->setFixedWidth(control->minimumWidth());
         box->addWidget(control, takes_rest ? 1 : 0);
@@ -64,12 +77,14 @@ void add_part(QBoxLayout* to, const part& each, int stretch)
 
 } // namespace
 
-QLayout* form(std::initializer_list<entry> rows)
+QLayout* form(std::initializer_list<entry> rows, const QString& widest)
 {
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(rhythm);
     grid->setVerticalSpacing(2);
     grid->setColumnStretch(1, 1);
+    if (!widest.isEmpty())
+        grid->setColumnMinimumWidth(0, QLabel{widest}.sizeHint().width());
     int at = 0;
     for (const entry& each : rows) {
         QLabel* label = caption_of(each);

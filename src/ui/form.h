@@ -25,11 +25,12 @@ struct entry {
     QString caption;
     std::vector<piece> pieces;
     bool required = false;
-    bool fills = false; ///< the last control takes the width that is left
+    bool fills = false; ///< the last field takes the width that is left; buttons behind it do not
 };
 
-/// Rows below each other: captions in one column, controls in the next.
-QLayout* form(std::initializer_list<entry> rows);
+/// Rows below each other: captions in one column, controls in the next. Forms above each other keep in line
+/// where both leave room for the same `widest` caption.
+QLayout* form(std::initializer_list<entry> rows, const QString& widest = {});
 
 /// Layouts side by side, each as wide as its share.
 QLayout* beside(std::initializer_list<QLayout*> parts, std::initializer_list<int> shares = {});
@@ -41,7 +42,7 @@ QLayout* below(std::initializer_list<part> parts, int filling = -1);
 /// A line of controls, pushed to the left; or, after a null pointer, to the right.
 QLayout* line(std::initializer_list<part> parts);
 
-/// A part of a screen under a heading, without a frame.
+/// A part of a screen under a heading, without a frame. An empty title leaves its place.
 QWidget* group(const QString& name, const QString& title, QLayout* content);
 
 /// The semi-bold line above a part of a screen.

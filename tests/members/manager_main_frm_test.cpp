@@ -35,7 +35,7 @@ const char* const shown_of_full =
     "pers_call_cbb=영양사 선생님|marry_cbb=미혼|rel_cbb=불교|deposit_cbb=새한위탁|sub_cbb=영양교사회|"
     "post1_txt=062|post2_txt=345|addr_txt=서울 강남구 '한빛' 1-2|tel1_txt=031|tel2_txt=1234|"
     "tel3_txt=5678|hp1_txt=010|hp2_txt=2345|hp3_txt=6789|email_txt=kim@orvo.kr|"
-    "id_txt=o'kim|passwd_txt=pa\\ss|lic_pay_txt=30000|year_pay_txt=2400|"
+    "id_txt=o'kim|passwd_txt=pa\\ss|lic_pay_txt=30,000|year_pay_txt=2,400|"
     "lic_kind_chk(0)=1|lic_kind_chk(1)=1|lic_kind_chk(2)=1|lic_kind_chk(3)=1|"
     "lic_kind_chk(4)=1|lic_kind_chk(5)=1|lic_kind6_no=제6-1|lic_kind_chk(6)=1|"
     "lic_kind7_no=제7-1";

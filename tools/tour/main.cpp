@@ -32,6 +32,9 @@ void plan(walk& road)
                   press(password, Qt::Key_Return);
               }});
     road.add({QStringLiteral("main-window"), at("workspace"), [](QWidget* window) {
+                  window->window()->findChild<QAction*>(QStringLiteral("Toolbar1(1)"))->trigger();
+              }});
+    road.add({QStringLiteral("registration"), at("mem_in_img"), [](QWidget* window) {
                   window->window()->findChild<QAction*>(QStringLiteral("m_m_search"))->trigger();
               }});
     road.add({QStringLiteral("search"), at("str_txt"), [](QWidget* word) {

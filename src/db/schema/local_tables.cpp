@@ -49,13 +49,21 @@ table recent_members()
             {}};
 }
 
+table drafts()
+{
+    return {"drafts",
+            {text("admin_id", 40), text("form", 40), text("fields", unbounded), text("kept_at", 30)},
+            {"admin_id", "form"},
+            {}};
+}
+
 } // namespace
 
 std::vector<table> local_tables()
 {
     std::vector<table> all = code_tables();
     for (table& one : std::vector<table>{scratch_copy(), postal_codes(), receipt_queue(), recent_words(),
-                                         recent_members()})
+                                         recent_members(), drafts()})
         all.push_back(std::move(one));
     return all;
 }

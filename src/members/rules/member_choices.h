@@ -6,8 +6,7 @@
 
 namespace orvo {
 
-/// The lists of the member console, from the workstation's mirror of the code tables, in the order of their
-/// reading.
+/// The lists of a member's own data, from the workstation's mirror of the code tables.
 struct member_choices {
     rows branches;
     rows divisions;
@@ -19,9 +18,32 @@ struct member_choices {
     rows degrees;
 };
 
-member_choices read_console_choices(connection& local);
+/// What a workplace is chosen from, beside its classes.
+struct workplace_choices {
+    rows job_lines;
+    rows job_levels;
+    rows uses;
+};
 
-/// The sub-branches under a branch and a division; none where one of the two is unknown or not chosen.
-rows read_sections(connection& local, const QString& code_bran, const QString& code_big);
+struct registration_choices {
+    member_choices member;
+    workplace_choices workplace;
+    rows member_kinds;
+    rows receipt_places;
+};
+
+member_choices read_console_choices(connection& local);
+registration_choices read_registration_choices(connection& local);
+
+/// The sub-branches under a branch and a division. What is missing is the refusal for an operator who picks.
+struct section_choices {
+    rows sections;
+    QString refusal;
+};
+section_choices read_sections(connection& local, const QString& code_bran, const QString& code_big);
+
+/// The classes of a workplace, from the coarse to the fine.
+rows read_great_divisions(connection& local, const QString& code_part);
+rows read_small_divisions(connection& local, const QString& code_part, const QString& code_great);
 
 } // namespace orvo

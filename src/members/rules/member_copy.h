@@ -21,7 +21,8 @@ struct member_query {
 ///
 /// The copy holds the member's own values: where the query brings a column of that name from the workplace as
 /// well, the member's comes last.
-qint64 copy_members(connection& db, connection& local, const member_query& query, progress* follow,
-                    const std::function<void()>& found_some);
+qint64 copy_members(
+    connection& db, connection& local, const member_query& query, progress* follow = nullptr,
+    const std::function<void()>& found_some = [] {});
 
 } // namespace orvo

@@ -13,6 +13,11 @@ std::optional<rows> read_member(connection& local, const QString& pers_no)
     return found;
 }
 
+bool is_id_free(connection& db, const QString& id)
+{
+    return db.read("select id from id_tbl where id='{id}'", {{"id", id}}).empty();
+}
+
 web_identity open_web_identity(connection& db, const QString& pers_no)
 {
     const rows found =

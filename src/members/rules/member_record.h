@@ -18,6 +18,9 @@ struct web_identity {
     QString passwd;
 };
 
+/// Whether no member logs in under that name yet.
+bool is_id_free(connection& db, const QString& id);
+
 /// The member's web login. A member who has none gets an empty one at once, so that whoever was opened here
 /// once has a row to be changed.
 web_identity open_web_identity(connection& db, const QString& pers_no);

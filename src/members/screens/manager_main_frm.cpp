@@ -38,18 +38,17 @@ void fill(grid* panel, const std::vector<panel_row>& lines)
 
 manager_main_frm::manager_main_frm(client& c, desk& at, QWidget* over)
     : work_screen{QStringLiteral("manager_main_frm"), screen_code::manager_main_frm, c, at, over},
-      pages_{c.local_conn}, custom_lst{new member_list{QStringLiteral("custom_lst")}}, page_txt{new QLabel},
-      con_txt{new QLabel}, search_im{button(QStringLiteral("search_im"), QStringLiteral("검색(&F)"),
-                                            "search")},
+      pick_target{at, screen_code::manager_main_frm}, pages_{c.local_conn},
+      custom_lst{new member_list{QStringLiteral("custom_lst")}}, page_txt{new QLabel}, con_txt{new QLabel},
+      search_im{button(QStringLiteral("search_im"), QStringLiteral("검색(&F)"), "search")},
       pre_img{page_button("pre_img", "이전", "chevron-left", Qt::Key_PageUp)},
       next_img{page_button("next_img", "다음", "chevron-right", Qt::Key_PageDown)},
-      details{new member_details{c.local_conn}}, dues_h_grd{new grid{
-                                                     QStringLiteral("dues_h_grd"),
-                                                     {{QStringLiteral("유효년도"), 66},
-                                                      {QStringLiteral("회원종류"), 92, false, true},
-                                                      {QStringLiteral("총회비"), 66, true},
-                                                      {QStringLiteral("미수금"), 66, true}},
-                                                     c}},
+      details{new member_details{c, at}}, dues_h_grd{new grid{QStringLiteral("dues_h_grd"),
+                                                              {{QStringLiteral("유효년도"), 66},
+                                                               {QStringLiteral("회원종류"), 92, false, true},
+                                                               {QStringLiteral("총회비"), 66, true},
+                                                               {QStringLiteral("미수금"), 66, true}},
+                                                              c}},
       dues_b_grd{new grid{QStringLiteral("dues_b_grd"),
                           {{QStringLiteral("본회"), 86},
                            {QStringLiteral("지회"), 86},
@@ -132,6 +131,16 @@ void manager_main_frm::attach()
     connect(again, &QShortcut::activated, this, [this] { guard([this] { refresh(); }); });
     auto* onward = new QShortcut{QKeySequence{Qt::Key_F6}, this};
     connect(onward, &QShortcut::activated, this, [this] { go_to_next_panel(); });
+}
+
+code_list* manager_main_frm::list_for(std::string_view table)
+{
+    return details->fields.list_for(table);
+}
+
+std::optional<address_fields> manager_main_frm::fields_for_address()
+{
+    return details->fields.home_address();
 }
 
 void manager_main_frm::show_member_page(int page)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "members/rules/member_pages.h"
+#include "ui/pick_target.h"
 #include "ui/work_screen.h"
 
 class QLabel;
@@ -15,9 +16,12 @@ struct panel_row;
 /// The member console: on the left the members whom the last search brought, on the right the chosen one,
 /// below him the panels of his dues, workplaces and pledge. The list and the member come from this
 /// workstation's copy, the panels and the web login from the server.
-class manager_main_frm : public work_screen {
+class manager_main_frm : public work_screen, public pick_target {
 public:
     manager_main_frm(client& c, desk& at, QWidget* over);
+
+    code_list* list_for(std::string_view table) override;
+    std::optional<address_fields> fields_for_address() override;
 
     void show_dues();
     void show_dues_lines();

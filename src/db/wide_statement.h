@@ -1,0 +1,23 @@
+#pragma once
+
+#include "db/values.h"
+
+#include <span>
+
+namespace orvo {
+
+/// A column of a wide statement and what it takes. A bare value is a whole number outside quotes.
+struct column_value {
+    std::string_view column;
+    QString value;
+    bool is_bare = false;
+};
+
+/// "insert into person_m_tbl(pers_no,...) values ('{pers_no}',...)": the columns in their order, each slot
+/// named as its column.
+std::string insert_text(std::string_view table, std::span<const column_value> columns);
+
+/// What the slots of such a text take.
+values slot_values(std::span<const column_value> columns);
+
+} // namespace orvo
