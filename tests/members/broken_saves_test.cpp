@@ -1,0 +1,168 @@
+#include "db/schema/schema.h"
+#include "support/a_new_member.h"
+#include "support/builders.h"
+#include "support/engines.h"
+#include "support/pausable_proxy.h"
+#include "support/test_register.h"
+
+#include <QTest>
+
+using namespace orvo;
+
+namespace {
+
+const QString today = QStringLiteral("20261122");
+
+/// A save of the association: what the register holds before, and its statements, the writes of which run
+/// under `steps`.
+struct save_under_test {
+    const char* name;
+    std::function<void(connection&)> prepare;
+    std::function<void(connection&, save_steps& steps)> run;
+};
+
+const std::vector<save_under_test>& saves()
+{
+    static const std::vector<save_under_test> all{
+        {"registration",
+         [](connection& db) {
+             a_dues_year{"7001011234567", "2026"}.store_in(db);
+         },
+         [](connection& db, save_steps& steps) {
+             const new_member typed = a_new_member();
+             is_registered(db, typed.member.pers_no());
+             store_member(steps, typed, today);
+             store_pledge(steps, typed, today);
+             store_workplace(steps, typed, today);
+         }},
+    };
+    return all;
+}
+
+/// Does something behind the answer of a statement, and answers the question of a lost line.
+class cutting_watch : public line_watch {
+public:
+    bool try_again(const db_failure&) override
+    {
+        ++asked;
+        return goes_on;
+    }
+    bool keep_waiting(std::chrono::milliseconds, bool) override { return true; }
+    void done_waiting() override
+    {
+        if (behind)
+            behind(++statements);
+    }
+
+    std::function<void(int)> behind;
+    bool goes_on = true;
+    int asked = 0;
+    int statements = 0;
+};
+
+/// All rows of the register but the numbers that the server assigns.
+QStringList content(connection& db)
+{
+    QStringList all;
+    for (const table& each : tables_of(database::server)) {
+        const rows found = db.read("select * from " + std::string{each.name});
+        for (const auto row : found) {
+            QString line = QString::fromUtf8(each.name.data(), static_cast<qsizetype>(each.name.size()));
+            for (const column& field : each.columns)
+                if (field.type != column_type::identity)
+                    line += u'|' + row.text(field.name);
+            all.append(line);
+        }
+    }
+    return all;
+}
+
+/// One run of a save on a register of its own, behind a line that can break.
+struct save_run {
+    explicit save_run(const save_under_test& what)
+        : save{what}, proxy{its_register.address()}, direct{its_register.connect()},
+          db{make_connection(proxy.address(), database::server)}, steps{db}
+    {
+        save.prepare(direct);
+        db.open();
+        db.set_watch(&watch);
+    }
+
+    const save_under_test& save;
+    test_register its_register{engine::postgresql};
+    pausable_proxy proxy;
+    connection direct;
+    cutting_watch watch;
+    connection db;
+    save_steps steps;
+};
+
+} // namespace
+
+/// Each save, cut behind each of its statements.
+class broken_saves_test : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cut_behind_every_statement_data()
+    {
+        QTest::addColumn<std::size_t>("which");
+        for (std::size_t i = 0; i < saves().size(); ++i)
+            QTest::newRow(saves()[i].name) << i;
+    }
+    void cut_behind_every_statement()
+    {
+        if (!is_at_hand(engine::postgresql))
+            QSKIP("ORVO_TEST_POSTGRESQL names no server; scripts/with_postgresql.sh starts one");
+        QFETCH(std::size_t, which);
+        const save_under_test& save = saves()[which];
+
+        QList<QStringList> behind; // the register behind each statement of an undisturbed run
+        QList<qsizetype> stored;
+        {
+            save_run undisturbed{save};
+            behind.append(content(undisturbed.direct));
+            stored.append(0);
+            undisturbed.watch.behind = [&](int) {
+                behind.append(content(undisturbed.direct));
+                stored.append(stored.last() + (behind.last() != behind[behind.size() - 2]));
+            };
+            save.run(undisturbed.db, undisturbed.steps);
+            QCOMPARE(undisturbed.steps.stored().size(), stored.last()); // no step without a trace
+        }
+        const auto statements = static_cast<int>(behind.size()) - 1;
+        QVERIFY(statements > 1);
+        for (int k = 0; k < statements; ++k) {
+            for (const bool goes_on : {true, false}) {
+                save_run run{save};
+                const auto cut = [&run] { run.proxy.cut_lines(); };
+                run.watch.goes_on = goes_on;
+                run.watch.behind = [&](int statement) {
+                    if (statement == k)
+                        cut();
+                };
+                if (k == 0)
+                    cut();
+                try {
+                    save.run(run.db, run.steps);
+                    QVERIFY(goes_on);
+                    QCOMPARE(content(run.direct), behind.last());
+                } catch (const db_failure& failure) {
+                    QVERIFY2(!goes_on, failure.what());
+                    QCOMPARE(failure.kind(), failure_kind::line_lost);
+                    QCOMPARE(content(run.direct), behind[k]);
+                    QCOMPARE(failure.stored().size(), stored[k]);
+                    // The same press, later: it goes on behind what is stored.
+                    run.watch.goes_on = true;
+                    run.watch.behind = {};
+                    save.run(run.db, run.steps);
+                    QCOMPARE(content(run.direct), behind.last());
+                }
+                QVERIFY(run.watch.asked >= 1);
+            }
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(broken_saves_test)
+#include "broken_saves_test.moc"
