@@ -29,6 +29,12 @@ struct handover_variables {
     QString selected_pers_no; ///< empty: no member is open
     QString cur_val_year;
     QString cur_code_member;
+    QString cur_company_id;
+    QString cur_dues_id;
+    QString cur_con_id;
+    QString cur_con_date;   ///< of the chosen instalment, "yyyymmdd"
+    QString cur_con_day;    ///< of the open member's pledge, "yyyymmdd"; set when its panel is filled
+    QString comp_ud_caller; ///< who opened `comp_ud_dlg`: 1 the console, 2 the hygiene education list
     qint16 zip_target = 0;  ///< of the registration form: 1 the home address, 2 the workplace's
     QString member_to_open; ///< whom the console opens by itself when it loads; taken back as it does
 };

@@ -8,6 +8,7 @@ class QWidget;
 
 namespace orvo {
 
+class member_panels;
 class pick_target;
 
 /// Codes of the screens, as `current_screen` holds them.
@@ -48,8 +49,18 @@ public:
             targets_.erase(code);
     }
 
+    /// The panels of the open member; null where the console is not open.
+    member_panels* panels() const { return panels_; }
+    void enter(member_panels* who) { panels_ = who; }
+    void leave(const member_panels* who)
+    {
+        if (panels_ == who)
+            panels_ = nullptr;
+    }
+
 private:
     std::map<qint16, pick_target*> targets_;
+    member_panels* panels_ = nullptr;
 };
 
 } // namespace orvo

@@ -6,16 +6,74 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QCommandLineParser>
+#include <QLineEdit>
 
 using namespace orvo;
 
 namespace {
 
-/// From the login to a member's payments, and on to the branch's view of the same register.
+std::function<QWidget*()> at(const char* name)
+{
+    return [name] { return seen(name); };
+}
+
+void press_enter(QWidget* on)
+{
+    press(on, Qt::Key_Return);
+}
+
+/// A number that nobody of the demo register has.
+constexpr const char* birth_date = "880229";
+constexpr const char* behind_it = "2345673";
+
+void fill_registration()
+{
+    for (const auto& [field, text] :
+         {std::pair{"name_txt", "나새봄"}, {"pers_no1_txt", birth_date}, {"pers_no2_txt", behind_it}})
+        type(seen(field), QString::fromUtf8(text));
+    for (const char* list : {"mem_kind_cbb", "bran_cbb", "big_cbb", "sect_cbb"})
+        press(seen(list), Qt::Key_Down);
+    for (const auto& [field, text] : {std::pair{"tel1_txt", "02"}, {"tel2_txt", "555"}, {"tel3_txt", "0123"},
+                                      {"com_name_txt", "새봄초등학교"}})
+        type(seen(field), QString::fromUtf8(text));
+    for (const char* list : {"part_cbb", "great_div_cbb", "small_div_cbb", "receipt_cbb"})
+        press(seen(list), Qt::Key_Down);
+    for (const char* list : {"big_in_y_cbb", "bran_in_y_cbb"})
+        type(static_cast<QComboBox*>(seen(list))->lineEdit(), QStringLiteral("+"));
+}
+
+/// A new member, from the empty form to the console that finds him.
+void register_somebody(walk& road)
+{
+    const auto search = [&road](const QString& word) {
+        road.add({{}, at("str_txt"), [word](QWidget* field) {
+                      type(field, word);
+                      press_enter(field);
+                  }});
+    };
+    road.add({QStringLiteral("main-window"), at("workspace"), [](QWidget* window) {
+                  window->window()->findChild<QAction*>(QStringLiteral("Toolbar1(1)"))->trigger();
+              }});
+    road.add({QStringLiteral("registration"), at("mem_in_img"), [](QWidget*) { fill_registration(); }});
+    road.add({{}, at("addr_img"), click});
+    search(QStringLiteral("동"));
+    road.add({QStringLiteral("postal-codes"), at("addr_grd"), [](QWidget* found) { click_row(found, 0); }});
+    road.add({{}, at("school_img"), click});
+    search(QStringLiteral("대학교"));
+    road.add({QStringLiteral("code-editor"), at("bran_grd"), [](QWidget* found) { click_row(found, 0); }});
+    road.add({QStringLiteral("registration-filled"), at("mem_in_img"), click});
+    road.add({QStringLiteral("no-pledge"), at("message_box"), press_enter});
+    road.add({QStringLiteral("registered"), at("message_box"), press_enter});
+    road.add({{}, at("search_im"), click});
+    search(QStringLiteral("나새봄"));
+    road.add({{}, at("custom_lst"), [](QWidget* list) { press(list, Qt::Key_Down); }});
+}
+
+/// From the login over a new member to a member's payments.
 void plan(walk& road)
 {
-    const auto at = [](const char* name) { return [name] { return seen(name); }; };
 
     road.add({QStringLiteral("login"), at("id_txt"), [](QWidget* id) {
                   type(id, QStringLiteral("head"));
@@ -25,17 +83,14 @@ void plan(walk& road)
                   type(password, QStringLiteral("wrong"));
                   press(password, Qt::Key_Return);
               }});
-    road.add({QStringLiteral("login-refused"), at("message_box"),
-              [](QWidget* box) { press(box, Qt::Key_Return); }});
+    road.add({QStringLiteral("login-refused"), at("message_box"), press_enter});
     road.add({{}, at("passwd_txt"), [](QWidget* password) {
                   type(password, QStringLiteral("head1234"));
                   press(password, Qt::Key_Return);
               }});
-    road.add({QStringLiteral("main-window"), at("workspace"), [](QWidget* window) {
-                  window->window()->findChild<QAction*>(QStringLiteral("Toolbar1(1)"))->trigger();
-              }});
-    road.add({QStringLiteral("registration"), at("mem_in_img"), [](QWidget* window) {
-                  window->window()->findChild<QAction*>(QStringLiteral("m_m_search"))->trigger();
+    register_somebody(road);
+    road.add({QStringLiteral("console-of-the-new-member"), at("custom_lst"), [](QWidget* list) {
+                  list->window()->findChild<QAction*>(QStringLiteral("m_m_search"))->trigger();
               }});
     road.add({QStringLiteral("search"), at("str_txt"), [](QWidget* word) {
                   type(word, QStringLiteral("김"));
@@ -49,8 +104,7 @@ void plan(walk& road)
                   type(word, QStringLiteral("없는 이름"));
                   press(word, Qt::Key_Return);
               }});
-    road.add({QStringLiteral("nobody-found"), at("message_box"),
-              [](QWidget* box) { press(box, Qt::Key_Return); }});
+    road.add({QStringLiteral("nobody-found"), at("message_box"), press_enter});
     road.add({{}, at("str_txt"), [](QWidget* word) {
                   type(word, QStringLiteral("%"));
                   press(word, Qt::Key_Return);

@@ -5,10 +5,12 @@
 #include "ui/enter_walk.h"
 #include "ui/form.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QLabel>
 #include <QRadioButton>
+#include <QScrollArea>
 
 namespace orvo {
 
@@ -24,6 +26,24 @@ entry row(const char* caption, std::vector<entry::piece> pieces, bool is_require
           bool takes_rest = false)
 {
     return {QString::fromUtf8(caption), std::move(pieces), is_required, takes_rest};
+}
+
+/// Without a frame, and without a bar as long as the screen is large enough. What has the focus is in sight.
+QWidget* in_scroll_area(QLayout* content)
+{
+    auto* area = new QScrollArea;
+    auto* inside = new QWidget;
+    inside->setLayout(content);
+    content->setContentsMargins(0, 0, 0, 0);
+    area->setWidget(inside);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    QObject::connect(qApp, &QApplication::focusChanged, area, [area, inside](QWidget*, QWidget* now) {
+        if (now && inside->isAncestorOf(now))
+            area->ensureWidgetVisible(now);
+    });
+    return area;
 }
 
 } // namespace
@@ -130,7 +150,7 @@ void insert_frm::arrange()
     auto* all = new QVBoxLayout{this};
     all->setContentsMargins(rhythm * 2, rhythm, rhythm * 2, rhythm);
     all->addLayout(head);
-    all->addLayout(columns, 1);
+    all->addWidget(in_scroll_area(columns), 1);
 
     auto* walk = new enter_walk{*this};
     chain_fields(*walk);

@@ -38,9 +38,10 @@ void fill(grid* panel, const std::vector<panel_row>& lines)
 
 manager_main_frm::manager_main_frm(client& c, desk& at, QWidget* over)
     : work_screen{QStringLiteral("manager_main_frm"), screen_code::manager_main_frm, c, at, over},
-      pick_target{at, screen_code::manager_main_frm}, pages_{c.local_conn},
+      pick_target{at, screen_code::manager_main_frm}, member_panels{at}, pages_{c.local_conn},
       custom_lst{new member_list{QStringLiteral("custom_lst")}}, page_txt{new QLabel}, con_txt{new QLabel},
       search_im{button(QStringLiteral("search_im"), QStringLiteral("검색(&F)"), "search")},
+      insert_img{button(QStringLiteral("insert_img"), QStringLiteral("회원 등록(&N)"), "user-plus")},
       pre_img{page_button("pre_img", "이전", "chevron-left", Qt::Key_PageUp)},
       next_img{page_button("next_img", "다음", "chevron-right", Qt::Key_PageDown)},
       details{new member_details{c, at}}, dues_h_grd{new grid{QStringLiteral("dues_h_grd"),
@@ -89,7 +90,7 @@ void manager_main_frm::arrange()
 {
     QLabel* head = heading(QStringLiteral("회원관리"));
     auto* list = group(QStringLiteral("member_list_group"), QStringLiteral("회원리스트"),
-                       below({custom_lst, page_txt, line({pre_img, next_img}), search_im}, 0));
+                       below({custom_lst, page_txt, line({pre_img, next_img}), search_im, insert_img}, 0));
     list->setFixedWidth(200);
     auto* member =
         group(QStringLiteral("member_group"), QStringLiteral("세부사항"),
@@ -119,6 +120,7 @@ void manager_main_frm::arrange()
 void manager_main_frm::attach()
 {
     on_click(search_im, [this] { desk_.ask(QStringLiteral("search_dlg")); });
+    on_click(insert_img, [this] { desk_.show(screen_code::insert_frm); });
     on_click(pre_img, [this] { turn_page(-1); });
     on_click(next_img, [this] { turn_page(1); });
     custom_lst->on_row([this](int row) { click_member(row); });

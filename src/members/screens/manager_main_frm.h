@@ -1,6 +1,7 @@
 #pragma once
 
 #include "members/rules/member_pages.h"
+#include "ui/member_panels.h"
 #include "ui/pick_target.h"
 #include "ui/work_screen.h"
 
@@ -16,17 +17,17 @@ struct panel_row;
 /// The member console: on the left the members whom the last search brought, on the right the chosen one,
 /// below him the panels of his dues, workplaces and pledge. The list and the member come from this
 /// workstation's copy, the panels and the web login from the server.
-class manager_main_frm : public work_screen, public pick_target {
+class manager_main_frm : public work_screen, public pick_target, public member_panels {
 public:
     manager_main_frm(client& c, desk& at, QWidget* over);
 
     code_list* list_for(std::string_view table) override;
     std::optional<address_fields> fields_for_address() override;
 
-    void show_dues();
-    void show_dues_lines();
-    void show_contract();
-    void show_company();
+    void show_dues() override;
+    void show_dues_lines() override;
+    void show_contract() override;
+    void show_company() override;
 
 private:
     member_pages pages_;
@@ -35,7 +36,7 @@ private:
     member_list* custom_lst;
     QLabel* page_txt;
     QLabel* con_txt;
-    QPushButton *search_im, *pre_img, *next_img;
+    QPushButton *search_im, *insert_img, *pre_img, *next_img;
     member_details* details;
     grid *dues_h_grd, *dues_b_grd, *com_grd, *contract_grd;
 
