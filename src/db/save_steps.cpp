@@ -2,12 +2,12 @@
 
 namespace orvo {
 
-void save_steps::write(const QString& what, std::string_view text, const values& given)
+void save_steps::write_on(connection& on, const QString& what, std::string_view text, const values& given)
 {
     if (stored_.contains(what))
         return;
     try {
-        on_.write(text, given);
+        on.write(text, given);
     } catch (const db_failure& failure) {
         in_doubt_ = failure.kind() == failure_kind::outcome_unknown;
         throw failure.behind(stored_, what);

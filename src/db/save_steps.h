@@ -14,7 +14,12 @@ public:
 
     /// Skipped where an earlier try of this save has stored it. Throws db_failure with what is stored and
     /// what is missing.
-    void write(const QString& what, std::string_view text, const values& given);
+    void write(const QString& what, std::string_view text, const values& given)
+    {
+        write_on(on_, what, text, given);
+    }
+    /// The same for a statement of this save that goes to another database.
+    void write_on(connection& on, const QString& what, std::string_view text, const values& given);
 
     const QStringList& stored() const { return stored_; }
     /// Whether a step was sent and not answered: to go on behind it could store it twice.

@@ -17,6 +17,9 @@ struct column_value {
 /// named as its column.
 std::string insert_text(std::string_view table, std::span<const column_value> columns);
 
+/// "update person_m_tbl set pers_no='{pers_no}',...": without its condition.
+std::string update_text(std::string_view table, std::span<const column_value> columns);
+
 /// What the slots of such a text take.
 values slot_values(std::span<const column_value> columns);
 

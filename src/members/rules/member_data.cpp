@@ -11,6 +11,29 @@ QString or_zero(const QString& typed)
 
 } // namespace
 
+std::optional<refusal> check_identity(const member_data& member,
+                                      bool (*check_pers_no)(QStringView, QStringView))
+{
+    if (member.pers_name.isEmpty())
+        return refusal{QStringLiteral("이름을 입력하세요"), QStringLiteral("name_txt")};
+    if (member.pers_no1.isEmpty() || member.pers_no2.isEmpty())
+        return refusal{QStringLiteral("주민증록번호를 입력하세요"), member.pers_no1.isEmpty()
+                                                                        ? QStringLiteral("pers_no1_txt")
+                                                                        : QStringLiteral("pers_no2_txt")};
+    if (!check_pers_no(member.pers_no1, member.pers_no2))
+        return refusal{QStringLiteral("바른 주민등록번호를 입력하세요!"), QStringLiteral("pers_no1_txt")};
+    return {};
+}
+
+std::optional<refusal> check_home_telephone(const member_data& member)
+{
+    for (std::size_t i = 0; i < member.pers_tel.size(); ++i)
+        if (member.pers_tel[i].isEmpty())
+            return refusal{QStringLiteral("집 전화번호를 입력하여 주세요"),
+                           QStringLiteral("tel%1_txt").arg(i + 1)};
+    return {};
+}
+
 std::optional<refusal> check_certificate_numbers(const member_data& member)
 {
     if (member.lic_kind[5] && member.lic_kind6_no.isEmpty())

@@ -79,6 +79,11 @@ struct workplace_data {
     QString primary_flag;
 };
 
+/// Name and resident number, the latter by the check of the screen that asks.
+std::optional<refusal> check_identity(const member_data& member,
+                                      bool (*check_pers_no)(QStringView, QStringView));
+std::optional<refusal> check_home_telephone(const member_data& member);
+
 /// The certificates that must bear a number. The second test looks at the sixth number as well, not at the
 /// seventh: the association has never asked for the seventh, and members hold both kinds under one number.
 std::optional<refusal> check_certificate_numbers(const member_data& member);

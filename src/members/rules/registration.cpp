@@ -100,14 +100,8 @@ void store_payment(save_steps& save, const new_member& typed, const QString& tod
 std::optional<refusal> check_member(const new_member& typed)
 {
     const member_data& member = typed.member;
-    if (member.pers_name.isEmpty())
-        return refusal{QStringLiteral("이름을 입력하세요"), QStringLiteral("name_txt")};
-    if (member.pers_no1.isEmpty() || member.pers_no2.isEmpty())
-        return refusal{QStringLiteral("주민증록번호를 입력하세요"), member.pers_no1.isEmpty()
-                                                                        ? QStringLiteral("pers_no1_txt")
-                                                                        : QStringLiteral("pers_no2_txt")};
-    if (!registration::check_pers_no(member.pers_no1, member.pers_no2))
-        return refusal{QStringLiteral("바른 주민등록번호를 입력하세요!"), QStringLiteral("pers_no1_txt")};
+    if (auto why = check_identity(member, &registration::check_pers_no))
+        return why;
     if (typed.code_member.isEmpty())
         return refusal{QStringLiteral("회원구분을 선택하세요"), QStringLiteral("mem_kind_cbb")};
     if (member.code_bran.isEmpty())
@@ -116,11 +110,7 @@ std::optional<refusal> check_member(const new_member& typed)
         return refusal{QStringLiteral("소속분과를 선택하세요"), QStringLiteral("big_cbb")};
     if (member.code_sect.isEmpty())
         return refusal{QStringLiteral("소속분회를 선택하세요"), QStringLiteral("sect_cbb")};
-    for (std::size_t i = 0; i < member.pers_tel.size(); ++i)
-        if (member.pers_tel[i].isEmpty())
-            return refusal{QStringLiteral("집 전화번호를 입력하여 주세요"),
-                           QStringLiteral("tel%1_txt").arg(i + 1)};
-    return {};
+    return check_home_telephone(member);
 }
 
 bool is_registered(connection& db, const QString& pers_no)

@@ -1,0 +1,184 @@
+#include "members/rules/member_update.h"
+
+#include "base/resident_number.h"
+
+#include <algorithm>
+
+namespace orvo {
+
+namespace {
+
+QString flag(bool set)
+{
+    return set ? QStringLiteral("1") : QStringLiteral("0");
+}
+
+QString or_zero(const QString& typed)
+{
+    return typed.isEmpty() ? QStringLiteral("0") : typed;
+}
+
+QString joined(const std::array<QString, 3>& parts)
+{
+    return parts[0] + parts[1] + parts[2];
+}
+
+/// Years and months, or the one that is chosen; unlike a new member's, "0" for none.
+QString career_of(const member_data& typed)
+{
+    return or_zero(typed.career_years + typed.career_months);
+}
+
+const QString& value_of(const std::vector<column_value>& columns, std::string_view column)
+{
+    return std::ranges::find(columns, column, &column_value::column)->value;
+}
+
+struct table_of_member {
+    const char* name;
+    const char* what;
+};
+
+/// In the order in which a deletion goes through them.
+constexpr std::array tables_of_a_member{
+    table_of_member{"person_m_tbl", "회원"},    table_of_member{"company", "근무처"},
+    table_of_member{"dues_h_tbl", "회비 년도"}, table_of_member{"dues_b_tbl", "회비 입금"},
+    table_of_member{"std_h_tbl", "평점 기간"},  table_of_member{"std_b_tbl", "교육 이수"},
+    table_of_member{"supplement", "위생교육"},  table_of_member{"have_lic_tbl", "자격증"},
+    table_of_member{"id_tbl", "웹 아이디"}};
+
+} // namespace
+
+std::optional<refusal> check_edited_member(const member_data& typed)
+{
+    if (auto why = check_identity(typed, &console::check_pers_no))
+        return why;
+    if (typed.code_bran.isEmpty())
+        return refusal{QStringLiteral("소속지부를 선택하세요"), QStringLiteral("bran_cbb")};
+    if (typed.code_big.isEmpty())
+        return refusal{QStringLiteral("소속분과를 선택하세요"), QStringLiteral("big_cbb")};
+    return check_home_telephone(typed);
+}
+
+std::vector<column_value> edited_columns(const member_data& typed, const QString& today)
+{
+    return {{"pers_no", typed.pers_no()},
+            {"lic_no", typed.lic_no},
+            {"pers_name", typed.pers_name},
+            {"pers_sex", flag(typed.is_male)},
+            {"code_religion", typed.code_religion},
+            {"pers_marry", typed.pers_marry},
+            {"code_post", typed.code_post},
+            {"pers_add", typed.pers_add},
+            {"pers_tel", joined(typed.pers_tel)},
+            {"pers_hp", joined(typed.pers_hp)},
+            {"email", typed.email},
+            {"code_bran", typed.code_bran},
+            {"code_big", typed.code_big},
+            {"code_sect", typed.code_sect},
+            {"code_scholar", typed.code_scholar},
+            {"code_univer", typed.code_univer},
+            {"code_school", typed.code_school},
+            {"pers_career", career_of(typed)},
+            {"pers_call", typed.pers_call},
+            {"get_mail_place", typed.get_mail_place},
+            {"pers_year_pay", or_zero(typed.pers_year_pay), true},
+            {"regi_date", today},
+            {"lic_kind1", flag(typed.lic_kind[0])},
+            {"lic_kind2", flag(typed.lic_kind[1])},
+            {"lic_kind3", flag(typed.lic_kind[2])},
+            {"lic_kind4", flag(typed.lic_kind[3])},
+            {"lic_kind5", flag(typed.lic_kind[4])},
+            {"lic_kind6", flag(typed.lic_kind[5])},
+            {"lic_kind6_no", typed.lic_kind6_no},
+            {"lic_kind7", flag(typed.lic_kind[6])},
+            {"lic_kind7_no", typed.lic_kind7_no},
+            {"lic_pay", or_zero(typed.lic_pay), true},
+            {"code_deposit", typed.code_deposit},
+            {"sub_code", typed.sub_code}};
+}
+
+std::vector<column_value> keep_what_cannot_be_shown(std::vector<column_value> typed,
+                                                    const std::vector<column_value>& untouched,
+                                                    const rows::row& stored)
+{
+    for (column_value& each : typed) {
+        const QString was = stored.text(each.column);
+        const bool is_nothing = was.isEmpty() && (each.value.isEmpty() || each.value == QLatin1String("0"));
+        if (each.column != "regi_date" && each.value == value_of(untouched, each.column) && !is_nothing)
+            each.value = was;
+    }
+    return typed;
+}
+
+std::optional<rows> read_on_server(connection& db, const QString& pers_no)
+{
+    rows found = db.read("select * from person_m_tbl where pers_no='{pers_no}'", {{"pers_no", pers_no}});
+    if (found.empty())
+        return {};
+    return found;
+}
+
+std::vector<newer_value> newer_values(const rows::row& on_server, const rows::row& seen,
+                                      const std::vector<column_value>& written)
+{
+    std::vector<newer_value> newer;
+    for (const column_value& each : written) {
+        const QString now = on_server.text(each.column);
+        const QString before = seen.text(each.column);
+        if (each.column != "regi_date" && now != before)
+            newer.push_back(
+                {QString::fromLatin1(each.column.data(), static_cast<qsizetype>(each.column.size())), now,
+                 before});
+    }
+    return newer;
+}
+
+void update_member(save_steps& save, connection& local, const QString& selected_pers_no,
+                   const std::vector<column_value>& columns, const QString& id, const QString& passwd)
+{
+    const std::string text = update_text("person_m_tbl", columns) + " where pers_no='{selected_pers_no}'";
+    values given = slot_values(columns);
+    given.add({"selected_pers_no", selected_pers_no});
+    save.write(QStringLiteral("회원 정보"), text, given);
+    save.write_on(local, QStringLiteral("이 PC의 검색 결과"), text, given);
+
+    const values numbers{{"new", value_of(columns, "pers_no")},
+                         {"old", selected_pers_no},
+                         {"id", id},
+                         {"passwd", passwd},
+                         {"code_bran", value_of(columns, "code_bran")}};
+    save.write(QStringLiteral("웹 아이디"),
+               "update id_tbl set id='{id}' ,passwd='{passwd}' where pers_no='{old}'", numbers);
+    save.write(QStringLiteral("회비 년도"), "update dues_h_tbl set pers_no='{new}' where pers_no='{old}'",
+               numbers);
+    save.write(QStringLiteral("회비 입금"), "update dues_b_tbl set pers_no='{new}' where pers_no='{old}'",
+               numbers);
+    save.write(QStringLiteral("약정"), "update contract set pers_no='{new}' where pers_no='{old}'", numbers);
+    save.write(QStringLiteral("약정 입금"), "update contract_list set pers_no='{new}' where pers_no='{old}'",
+               numbers);
+    save.write(QStringLiteral("근무처"), "update company set pers_no='{new}' where pers_no='{old}'", numbers);
+    save.write(QStringLiteral("위생교육 명단의 지부"),
+               "update supplement set code_bran='{code_bran}' where pers_no='{old}'", numbers);
+}
+
+std::vector<rows_to_go> what_a_deletion_takes(connection& db, const QString& pers_no)
+{
+    std::vector<rows_to_go> taken;
+    for (const table_of_member& each : tables_of_a_member)
+        taken.push_back(
+            {QString::fromUtf8(each.what),
+             db.number("select count(*) as n from " + std::string{each.name} + " where pers_no='{pers_no}'",
+                       {{"pers_no", pers_no}})});
+    return taken;
+}
+
+void delete_member(save_steps& save, const QString& pers_no)
+{
+    for (const table_of_member& each : tables_of_a_member)
+        save.write(QString::fromUtf8(each.what),
+                   "delete " + std::string{each.name} + " where pers_no='{selected_pers_no}'",
+                   {{"selected_pers_no", pers_no}});
+}
+
+} // namespace orvo

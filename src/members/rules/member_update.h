@@ -1,0 +1,54 @@
+#pragma once
+
+#include "db/save_steps.h"
+#include "members/rules/member_data.h"
+
+namespace orvo {
+
+/// What must be filled in before a change is saved, in the order of the form's questions. Kind and sub-branch
+/// are not asked for: members of old registrations have none.
+std::optional<refusal> check_edited_member(const member_data& typed);
+
+/// The columns of `person_m_tbl` that a change writes, in their order, as the form holds them.
+std::vector<column_value> edited_columns(const member_data& typed, const QString& today);
+
+/// What a change writes where the form cannot show all that is stored (a telephone number of odd length, a
+/// code without a name): the stored value, unless the operator touched the field. `untouched` is what the
+/// form held when it had just shown the row.
+std::vector<column_value> keep_what_cannot_be_shown(std::vector<column_value> typed,
+                                                    const std::vector<column_value>& untouched,
+                                                    const rows::row& stored);
+
+/// A column in which the register is newer than what the form was filled from.
+struct newer_value {
+    QString column;
+    QString on_server;
+    QString seen; ///< when the form was filled
+};
+
+/// The member's row on the server as it is now; nothing where he was deleted meanwhile.
+std::optional<rows> read_on_server(connection& db, const QString& pers_no);
+
+/// What another workstation has changed since `seen` was read, among the columns that a change writes. The
+/// date of the last change is none of them.
+std::vector<newer_value> newer_values(const rows::row& on_server, const rows::row& seen,
+                                      const std::vector<column_value>& written);
+
+/// Writes the columns to the register and to the workstation's copy, and takes the member's number through
+/// the tables that hold it. The walk stops short of credits, certificates, the hygiene list's number and the
+/// web login's own number: what was earned stays under the number that it was earned with.
+void update_member(save_steps& save, connection& local, const QString& selected_pers_no,
+                   const std::vector<column_value>& columns, const QString& id, const QString& passwd);
+
+/// How many rows of a member a deletion takes away, by what operators call them.
+struct rows_to_go {
+    QString what;
+    qint64 count = 0;
+};
+std::vector<rows_to_go> what_a_deletion_takes(connection& db, const QString& pers_no);
+
+/// Deletes the member from the register. Pledge and instalments stay for good, as the association books them,
+/// and so does the workstation's copy until the next search.
+void delete_member(save_steps& save, const QString& pers_no);
+
+} // namespace orvo
