@@ -48,16 +48,27 @@ std::string select_text(const table& mirrored)
     return "select " + names + " from " + std::string{mirrored.name};
 }
 
+void copy_table(connection& server, connection& local, std::string_view name)
+{
+    const table& mirrored = *find_table(database::local, name);
+    mirror_sink sink{local, mirrored};
+    server.read_each(select_text(mirrored), {}, sink);
+}
+
 } // namespace
 
 void sync_codes(connection& server, connection& local)
 {
     transaction all_or_nothing{local};
-    for (std::string_view name : mirrored_tables()) {
-        const table& mirrored = *find_table(database::local, name);
-        mirror_sink sink{local, mirrored};
-        server.read_each(select_text(mirrored), {}, sink);
-    }
+    for (std::string_view name : mirrored_tables())
+        copy_table(server, local, name);
+    all_or_nothing.commit();
+}
+
+void sync_code_table(connection& server, connection& local, std::string_view name)
+{
+    transaction all_or_nothing{local};
+    copy_table(server, local, name);
     all_or_nothing.commit();
 }
 

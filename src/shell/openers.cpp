@@ -3,6 +3,8 @@
 #include "members/screens/insert_frm.h"
 #include "members/screens/manager_main_frm.h"
 #include "members/screens/search_dlg.h"
+#include "reference/screens/code_editors.h"
+#include "reference/screens/zip_dlg.h"
 #include "shell/login_dlg.h"
 
 namespace orvo {
@@ -22,6 +24,13 @@ openers all_openers()
     all.dialogs[QStringLiteral("search_dlg")] = [](client& c, desk& at, QWidget* over) {
         search_dlg{c, at, over}.exec();
     };
+    all.dialogs[QStringLiteral("zip_dlg")] = [](client& c, desk& at, QWidget* over) {
+        zip_dlg{c, at, over}.exec();
+    };
+    for (const code_editor& each : code_editors())
+        all.dialogs[QString::fromLatin1(each.dialog)] = [&each](client& c, desk& at, QWidget* over) {
+            make_code_editor(each, c, at, over)->exec();
+        };
     return all;
 }
 

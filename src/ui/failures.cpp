@@ -8,9 +8,6 @@
 
 namespace orvo::failures {
 
-namespace {
-
-/// What an operator can make of a failure; the engine's own words where there are no better ones.
 QString in_words(const db_failure& failure)
 {
     switch (failure.kind()) {
@@ -30,6 +27,8 @@ QString in_words(const db_failure& failure)
         return failure.text();
     }
 }
+
+namespace {
 
 /// What of a broken save is in force, so that the operator knows what is left to do.
 QString state_of_save(const db_failure& failure)

@@ -6,6 +6,10 @@
 
 class QAbstractButton;
 
+namespace orvo {
+class db_failure;
+}
+
 /// What becomes of a failure inside a handler. Every handler is attached with one of these, and here is the
 /// only catch: no exception reaches the event loop.
 namespace orvo::failures {
@@ -16,6 +20,9 @@ enum class policy {
     plain_box,  ///< the error's text
     silent      ///< no box; the status bar says that nothing was saved
 };
+
+/// What an operator can make of a failure; the engine's own words where there are no better ones.
+QString in_words(const db_failure& failure);
 
 /// Runs `handler`; true where it came to its end.
 bool guard(prompts& say, policy how, const std::function<void()>& handler);

@@ -77,7 +77,7 @@ void add_part(QBoxLayout* to, const part& each, int stretch)
 
 } // namespace
 
-QLayout* form(std::initializer_list<entry> rows, const QString& widest)
+QLayout* form(const std::vector<entry>& rows, const QString& widest)
 {
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(rhythm);

@@ -30,7 +30,7 @@ struct entry {
 
 /// Rows below each other: captions in one column, controls in the next. Forms above each other keep in line
 /// where both leave room for the same `widest` caption.
-QLayout* form(std::initializer_list<entry> rows, const QString& widest = {});
+QLayout* form(const std::vector<entry>& rows, const QString& widest = {});
 
 /// Layouts side by side, each as wide as its share.
 QLayout* beside(std::initializer_list<QLayout*> parts, std::initializer_list<int> shares = {});

@@ -10,8 +10,10 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
+#include <QShortcut>
 
 #include <algorithm>
 
@@ -190,6 +192,23 @@ void grid::on_row(std::function<void(int)> chosen)
     connect(this, &QTableView::clicked, this, [this](const QModelIndex& at) { chosen_(at.row()); });
 }
 
+void grid::on_pick(std::function<void(int)> picked)
+{
+    picked_ = std::move(picked);
+    connect(this, &QTableView::clicked, this, [this](const QModelIndex& at) { picked_(at.row()); });
+}
+
+void grid::follow(QLineEdit* field)
+{
+    auto* down = new QShortcut{Qt::Key_Down, field, nullptr, nullptr, Qt::WidgetShortcut};
+    connect(down, &QShortcut::activated, this, [this] {
+        if (filled_rows() == 0)
+            return;
+        setFocus();
+        selectRow(0);
+    });
+}
+
 void grid::copy_chosen() const
 {
     QModelIndexList chosen = selectionModel()->selectedRows();
@@ -216,6 +235,8 @@ void grid::keyPressEvent(QKeyEvent* event)
     const int now = chosen_row();
     if (chosen_ && now >= 0 && (now != before || is_enter))
         chosen_(now);
+    if (picked_ && now >= 0 && is_enter)
+        picked_(now);
 }
 
 void grid::contextMenuEvent(QContextMenuEvent* event)

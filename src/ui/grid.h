@@ -8,6 +8,8 @@
 #include <functional>
 #include <vector>
 
+class QLineEdit;
+
 namespace orvo {
 
 class client;
@@ -44,6 +46,11 @@ public:
 
     /// Called for a click on a row, the empty one included, and for a move onto a filled row or Enter on it.
     void on_row(std::function<void(int)> chosen);
+    /// Called for a click on a row, the empty one included, and for Enter on a filled one: moves pick
+    /// nothing.
+    void on_pick(std::function<void(int)> picked);
+    /// Down in that field leads to the first row.
+    void follow(QLineEdit* field);
     /// Said in place of the rows while there are none.
     void set_empty_text(const QString& text) { empty_text_ = text; }
 
@@ -59,6 +66,7 @@ private:
     client& c_;
     QString empty_text_;
     std::function<void(int)> chosen_;
+    std::function<void(int)> picked_;
 
     void copy_chosen() const;
     void restore_widths(const std::vector<grid_column>& columns);
