@@ -14,7 +14,9 @@ message refusal(const char* text)
     return {QString::fromUtf8(text), {}, sign::exclamation};
 }
 
-const QString synced = QStringLiteral("이 컴퓨터의 코드표를 서버와 맞추었습니다.\n"
+const message nothing_found{QStringLiteral("검색한 내용이 없습니다."), {}, sign::information};
+
+const QString synced = QStringLiteral("코드표를 서버와 맞추었습니다.\n"
                                       "목록을 확인하고, 찾는 항목이 없으면 다시 추가하십시오.");
 
 /// Where a new code is by now, and why not on both sides.
@@ -23,12 +25,11 @@ QString state_of(const addition& made)
     const failure_kind why = made.failure->kind();
     QString where = QStringLiteral("코드 %1을(를) 저장하지 못했습니다.");
     if (made.is_here && why == failure_kind::outcome_unknown)
-        where =
-            QStringLiteral("코드 %1은(는) 이 컴퓨터에 저장되었으나, 서버에도 저장되었는지는 알 수 없습니다.");
+        where = QStringLiteral("코드 %1을(를) 이 컴퓨터에 저장하였으나, 서버에 저장되었는지 알 수 없습니다.");
     else if (made.is_here)
-        where = QStringLiteral("코드 %1은(는) 이 컴퓨터에만 저장되었고, 서버에는 저장되지 않았습니다.");
+        where = QStringLiteral("코드 %1을(를) 이 컴퓨터에만 저장하고, 서버에는 저장하지 못했습니다.");
     else if (made.is_on_server)
-        where = QStringLiteral("코드 %1은(는) 서버에 저장되었으나, 이 컴퓨터에는 저장되지 않았습니다.");
+        where = QStringLiteral("코드 %1을(를) 서버에만 저장하고, 이 컴퓨터에는 저장하지 못했습니다.");
     QString reason = failures::in_words(*made.failure);
     if (why == failure_kind::duplicate)
         reason = QStringLiteral("다른 컴퓨터에서 같은 코드를 먼저 추가하였습니다.");
@@ -108,7 +109,7 @@ void code_editor_dlg::lead_by_enter()
     }
 }
 
-bool code_editor_dlg::show_rows(const rows& found)
+void code_editor_dlg::show_rows(const rows& found)
 {
     std::vector<grid::grid_row> shown;
     for (const auto row : found) {
@@ -118,9 +119,6 @@ bool code_editor_dlg::show_rows(const rows& found)
         shown.push_back({cells, row.number(of_.key)});
     }
     bran_grd->fill(std::move(shown));
-    if (found.empty())
-        c_.say.tell({QStringLiteral("검색한 내용이 없습니다."), {}, sign::information});
-    return !found.empty();
 }
 
 void code_editor_dlg::search()
@@ -128,8 +126,9 @@ void code_editor_dlg::search()
     bran_grd->clear_rows();
     if (str_txt->text().isEmpty())
         return refuse(refusal("검색할 단어를 입력하여 주십시요"), str_txt);
-    if (!show_rows(find_codes(c_.local_conn, of_, str_txt->text())))
-        str_txt->setFocus();
+    show_rows(find_codes(c_.local_conn, of_, str_txt->text()));
+    if (bran_grd->filled_rows() == 0)
+        refuse(nothing_found, str_txt);
 }
 
 values code_editor_dlg::parents() const
@@ -161,13 +160,14 @@ void code_editor_dlg::add()
         return refuse({made.refusal, {}, sign::exclamation}, texts_[made.refused_text].fields.front());
     if (made.failure)
         return tell_half_stored(made);
-    if (show_rows(all_codes(c_.local_conn, of_, parents()))) {
-        show_row_of(made.code, str_txt->text());
-        for (const code_extras::text& each : texts_)
-            for (QLineEdit* field : each.fields)
-                field->clear();
-        c_.say.tell({QStringLiteral("입력되었습니다."), {}, sign::information});
-    }
+    show_rows(all_codes(c_.local_conn, of_, parents()));
+    if (bran_grd->filled_rows() == 0)
+        return refuse(nothing_found, str_txt);
+    show_row_of(made.code, str_txt->text());
+    for (const code_extras::text& each : texts_)
+        for (QLineEdit* field : each.fields)
+            field->clear();
+    c_.say.tell({QStringLiteral("입력되었습니다."), {}, sign::information});
     str_txt->setFocus();
 }
 
@@ -184,8 +184,7 @@ void code_editor_dlg::show_row_of(qint64 code, const QString& name)
 void code_editor_dlg::tell_half_stored(const addition& made)
 {
     mirror_is_behind_ = true;
-    message what{state_of(made) + QStringLiteral("\n\n이 컴퓨터의 코드표를 서버와 맞춘 뒤에 다시 추가할 수 "
-                                                 "있습니다."),
+    message what{state_of(made) + QStringLiteral("\n\n코드표를 서버와 맞춘 뒤에 다시 추가하십시오."),
                  QString::fromUtf8(of_.heading), sign::exclamation};
     what.details = made.failure->text() + u'\n' + made.failure->statement();
     if (c_.say.ask(what, QStringLiteral("지금 맞추기"), QStringLiteral("나중에")))

@@ -52,8 +52,7 @@ private:
     grid* make_grid();
     void arrange(const code_extras& more);
     void lead_by_enter();
-    /// False, and said so, where there are none.
-    bool show_rows(const rows& found);
+    void show_rows(const rows& found);
     void search();
     void add();
     void show_row_of(qint64 code, const QString& name);
