@@ -133,7 +133,8 @@ grid::grid(const QString& name, std::vector<grid_column> columns, client& c)
 
 void grid::restore_widths(const std::vector<grid_column>& columns)
 {
-    const QString key = QStringLiteral("widths/") + objectName();
+    // Grids of one name in a family of dialogs differ in their columns.
+    const QString key = QStringLiteral("widths/%1-%2").arg(objectName()).arg(columns.size());
     const QVariantList kept = c_.settings.value(key).toList();
     const bool is_kept = kept.size() == static_cast<int>(columns.size());
     for (int i = 0; i < static_cast<int>(columns.size()); ++i) {

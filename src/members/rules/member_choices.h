@@ -42,8 +42,4 @@ struct section_choices {
 };
 section_choices read_sections(connection& local, const QString& code_bran, const QString& code_big);
 
-/// The classes of a workplace, from the coarse to the fine.
-rows read_great_divisions(connection& local, const QString& code_part);
-rows read_small_divisions(connection& local, const QString& code_part, const QString& code_great);
-
 } // namespace orvo

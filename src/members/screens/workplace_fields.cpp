@@ -3,6 +3,7 @@
 #include "client/client.h"
 #include "db/schema/schema.h"
 #include "members/screens/member_fields.h"
+#include "reference/rules/divisions.h"
 #include "ui/amount_field.h"
 #include "ui/controls.h"
 #include "ui/failures.h"

@@ -155,11 +155,6 @@ addition add_code(connection& local, connection& server, const code_editor& of,
     return made;
 }
 
-rows read_great_divisions(connection& local, const QString& code_part)
-{
-    return local.read("select * from great_division where code_part={code_part}", {{"code_part", code_part}});
-}
-
 rows read_branches(connection& local)
 {
     return local.read("select * from branch_code");

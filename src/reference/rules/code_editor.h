@@ -67,7 +67,6 @@ addition add_code(connection& local, connection& server, const code_editor& of,
                   const std::vector<column_text>& texts, const values& parents);
 
 /// What the lists above the name offer.
-rows read_great_divisions(connection& local, const QString& code_part);
 rows read_branches(connection& local);
 rows read_big_divisions(connection& local);
 

@@ -1,6 +1,7 @@
 #include "reference/screens/code_editors.h"
 
 #include "db/schema/schema.h"
+#include "reference/rules/divisions.h"
 #include "ui/controls.h"
 
 namespace orvo {
