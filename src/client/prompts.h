@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace orvo {
 
@@ -24,6 +25,11 @@ public:
     /// `usual`.
     virtual bool ask(const message& what, const QString& first, const QString& second,
                      answer usual = answer::first) = 0;
+    /// Asks for the name of a file to write. A filter is a text and what it lets through, as in
+    /// "엑셀파일(*.xls)|*.xls"; `selected` is the place of the one that stands at first. The name has the
+    /// ending of a filter, and may be that of a file that the operator is willing to lose. Empty where he
+    /// cancelled.
+    virtual QString file_to_write(const QStringList& filters, int selected = 0) = 0;
     /// Said in passing, in the status bar.
     virtual void note(const QString& text) = 0;
     /// A file turned out damaged. True where it was the workstation's own and has been made anew, so that the

@@ -2,6 +2,8 @@
 
 #include "base/amount.h"
 #include "client/client.h"
+#include "ui/context_menu.h"
+#include "ui/export_list.h"
 #include "ui/theme.h"
 
 #include <QAbstractTableModel>
@@ -31,6 +33,7 @@ public:
     }
 
     const std::vector<grid_row>& filled() const { return rows_; }
+    const std::vector<grid_column>& columns() const { return columns_; }
 
     int rowCount(const QModelIndex& parent) const override
     {
@@ -222,10 +225,22 @@ void grid::copy_chosen() const
         QApplication::clipboard()->setText(lines.join(u'\n'));
 }
 
+text_table grid::as_table() const
+{
+    text_table list;
+    for (const grid_column& each : model_->columns())
+        list.columns.push_back({each.caption, each.is_number});
+    list.row_count = filled_rows();
+    list.row = [this](qint64 at) { return model_->filled()[static_cast<std::size_t>(at)].cells; };
+    return list;
+}
+
 void grid::keyPressEvent(QKeyEvent* event)
 {
     if (event->matches(QKeySequence::Copy))
         return copy_chosen();
+    if (calls_menu(*this, *event))
+        return;
     const bool is_enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const int before = chosen_row();
     // A table that got the focus by key stands on its first row without having chosen it.
@@ -244,7 +259,9 @@ void grid::contextMenuEvent(QContextMenuEvent* event)
 {
     QMenu menu;
     menu.addAction(QStringLiteral("복사(&C)"), QKeySequence::Copy, this, [this] { copy_chosen(); });
-    menu.exec(event->globalPos());
+    menu.addSeparator();
+    add_export_actions(menu, c_, [this] { return as_table(); });
+    menu.exec(menu_place(*this, *event));
 }
 
 void grid::paintEvent(QPaintEvent* event)

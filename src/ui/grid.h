@@ -1,5 +1,7 @@
 #pragma once
 
+#include "files/text_table.h"
+
 #include <QString>
 #include <QStringList>
 #include <QTableView>
@@ -43,6 +45,8 @@ public:
     bool is_filled(int at) const;
     QString cell(int at, int column) const;
     QVariant key(int at) const;
+    /// The rows in the order shown, for as long as they stay. The empty one is not among them.
+    text_table as_table() const;
 
     /// Called for a click on a row, the empty one included, and for a move onto a filled row or Enter on it.
     void on_row(std::function<void(int)> chosen);

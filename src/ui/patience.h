@@ -7,6 +7,8 @@
 
 namespace orvo {
 
+class wait_sign;
+
 /// Sits before the connections of the running program: shows a sign where a statement takes over a second,
 /// and asks what to do where the line is lost.
 class patience : public line_watch {
@@ -19,8 +21,6 @@ public:
     void done_waiting() override;
 
 private:
-    class wait_sign;
-
     prompts& say_;
     std::unique_ptr<wait_sign> sign_;
 };

@@ -1,5 +1,7 @@
 #include "ui/window_prompts.h"
 
+#include "ui/save_file_dialog.h"
+
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
@@ -54,6 +56,12 @@ bool window_prompts::ask(const message& what, const QString& first, const QStrin
     box.setEscapeButton(no);
     box.exec();
     return box.clickedButton() == yes;
+}
+
+QString window_prompts::file_to_write(const QStringList& filters, int selected)
+{
+    save_file_dialog asking{filters, selected, QApplication::activeWindow()};
+    return asking.exec() == QDialog::Accepted ? asking.selectedFiles().value(0) : QString{};
 }
 
 void window_prompts::note(const QString& text)

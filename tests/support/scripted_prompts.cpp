@@ -17,6 +17,8 @@ scripted_prompts::~scripted_prompts()
 {
     for (const expectation& each : expected_)
         fail_test(QStringLiteral("nobody asked: ") + each.question);
+    for (const file_expectation& each : files_)
+        fail_test(QStringLiteral("nobody asked for a file: ") + each.filters.join(u' '));
 }
 
 bool scripted_prompts::ask(const message& what, const QString&, const QString&, answer)
@@ -26,6 +28,16 @@ bool scripted_prompts::ask(const message& what, const QString&, const QString&, 
         return false;
     }
     return expected_.takeFirst().what == answer::first;
+}
+
+QString scripted_prompts::file_to_write(const QStringList& filters, int selected)
+{
+    if (files_.isEmpty() || files_.first().filters != filters || files_.first().selected != selected) {
+        fail_test(
+            QStringLiteral("unexpected question for a file: %1, %2").arg(filters.join(u' ')).arg(selected));
+        return {};
+    }
+    return files_.takeFirst().name;
 }
 
 QStringList scripted_prompts::take_texts()

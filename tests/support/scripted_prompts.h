@@ -17,10 +17,17 @@ public:
     void tell(const message& what) override { told_.append(what); }
     bool ask(const message& what, const QString& first, const QString& second,
              answer usual = answer::first) override;
+    QString file_to_write(const QStringList& filters, int selected = 0) override;
     void note(const QString& text) override { notes_.append(text); }
 
     /// The next question must bear this text; it gets this answer.
     void will_answer(const QString& question, answer what) { expected_.append({question, what}); }
+    /// The next question for a file must offer these filters, of which that one is selected; it gets this
+    /// name.
+    void will_name_file(const QStringList& filters, int selected, const QString& name)
+    {
+        files_.append({filters, selected, name});
+    }
     /// What was told since the last call.
     QList<message> take_told() { return std::exchange(told_, {}); }
     /// The texts alone.
@@ -34,9 +41,16 @@ private:
         answer what;
     };
 
+    struct file_expectation {
+        QStringList filters;
+        int selected;
+        QString name;
+    };
+
     QList<message> told_;
     QStringList notes_;
     QList<expectation> expected_;
+    QList<file_expectation> files_;
 };
 
 } // namespace orvo

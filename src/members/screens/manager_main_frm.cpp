@@ -39,7 +39,7 @@ void fill(grid* panel, const std::vector<panel_row>& lines)
 manager_main_frm::manager_main_frm(client& c, desk& at, QWidget* over)
     : work_screen{QStringLiteral("manager_main_frm"), screen_code::manager_main_frm, c, at, over},
       pick_target{at, screen_code::manager_main_frm}, member_panels{at}, pages_{c.local_conn},
-      custom_lst{new member_list{QStringLiteral("custom_lst")}}, page_txt{new QLabel}, con_txt{new QLabel},
+      custom_lst{new member_list{QStringLiteral("custom_lst"), c}}, page_txt{new QLabel}, con_txt{new QLabel},
       search_im{button(QStringLiteral("search_im"), QStringLiteral("검색(&F)"), "search")},
       insert_img{button(QStringLiteral("insert_img"), QStringLiteral("회원 등록(&N)"), "user-plus")},
       pre_img{page_button("pre_img", "이전", "chevron-left", Qt::Key_PageUp)},

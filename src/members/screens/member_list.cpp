@@ -1,7 +1,11 @@
 #include "members/screens/member_list.h"
 
+#include "ui/context_menu.h"
+#include "ui/export_list.h"
 #include "ui/theme.h"
 
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QStyledItemDelegate>
 
@@ -34,7 +38,7 @@ public:
 
 } // namespace
 
-member_list::member_list(const QString& name)
+member_list::member_list(const QString& name, client& c) : c_{c}
 {
     setObjectName(name);
     setItemDelegate(new member_delegate{this});
@@ -74,6 +78,8 @@ void member_list::on_row(std::function<void(int)> chosen)
 
 void member_list::keyPressEvent(QKeyEvent* event)
 {
+    if (calls_menu(*this, *event))
+        return;
     const int before = chosen_row();
     // A list that got the focus by key stands on its first row without having chosen it.
     if (event->key() == Qt::Key_Down && before < 0 && count() > 0)
@@ -84,6 +90,25 @@ void member_list::keyPressEvent(QKeyEvent* event)
     const int now = chosen_row();
     if (now >= 0 && (now != before || is_enter))
         chosen_(now);
+}
+
+text_table member_list::as_table() const
+{
+    text_table list;
+    list.columns = {{QStringLiteral("회원명")}, {QStringLiteral("생년월일")}};
+    list.row_count = count();
+    list.row = [this](qint64 at) {
+        const int row = static_cast<int>(at);
+        return QStringList{item(row)->text(), pers_no_of(row).left(6)}; // what is shown, and no more
+    };
+    return list;
+}
+
+void member_list::contextMenuEvent(QContextMenuEvent* event)
+{
+    QMenu menu;
+    add_export_actions(menu, c_, [this] { return as_table(); });
+    menu.exec(menu_place(*this, *event));
 }
 
 void member_list::paintEvent(QPaintEvent* event)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/text_table.h"
 #include "members/rules/member_pages.h"
 
 #include <QListWidget>
@@ -8,11 +9,13 @@
 
 namespace orvo {
 
+class client;
+
 /// One page of members: the name, and in a quiet tone the birth date that tells namesakes apart. The resident
 /// number stays with its row.
 class member_list : public QListWidget {
 public:
-    explicit member_list(const QString& name);
+    member_list(const QString& name, client& c);
 
     void fill(const std::vector<listed_member>& members);
     QString pers_no_of(int at) const;
@@ -25,10 +28,14 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    client& c_;
     std::function<void(int)> chosen_;
+
+    text_table as_table() const;
 };
 
 } // namespace orvo

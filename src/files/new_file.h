@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QSaveFile>
+
+namespace orvo {
+
+/// A file that has its name only when it is complete. Throws db_failure with a sentence for the operator.
+class new_file {
+public:
+    explicit new_file(const QString& path);
+
+    void write(const char* bytes, qint64 count);
+    /// Brings it to the disk and gives it its name.
+    void finish();
+
+private:
+    QSaveFile file_;
+    qint64 written_ = 0;
+
+    [[noreturn]] void give_up();
+};
+
+[[noreturn]] void throw_disk_full();
+
+} // namespace orvo
