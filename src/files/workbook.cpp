@@ -59,8 +59,6 @@ public:
 
     void put_row(qint64 row, const QStringList& cells, const std::vector<text_table::column>& as = {})
     {
-        if (row >= LXW_ROW_MAX || cells.size() > LXW_COL_MAX)
-            refuse(QStringLiteral("엑셀 파일에는 1,048,576행, 16,384열까지만 저장할 수 있습니다."));
         if (static_cast<std::size_t>(cells.size()) > widths_.size())
             widths_.resize(static_cast<std::size_t>(cells.size()));
         for (std::size_t at = 0; at < static_cast<std::size_t>(cells.size()); ++at) {
@@ -148,6 +146,8 @@ private:
 
 void write_workbook(const QString& path, const QStringList& header, const text_table& list, progress* follow)
 {
+    if (list.row_count + 2 > LXW_ROW_MAX)
+        refuse(QStringLiteral("엑셀 파일에는 1,048,576행까지만 저장할 수 있습니다."));
     new_file file{path}; // first, so that a name that cannot be written is told before the work
     QTemporaryDir folder;
     if (!folder.isValid())

@@ -26,6 +26,15 @@ save_file_dialog::save_file_dialog(const QStringList& filters, int selected, QWi
     selectNameFilter(shown_.value(selected));
 }
 
+QString save_file_dialog::chosen_ending() const
+{
+    // Some versions of the toolkit tell the whole filter here, others what is seen of it.
+    for (qsizetype at = 0; at < shown_.size(); ++at)
+        if (shown_[at].startsWith(selectedNameFilter()))
+            return endings_[at];
+    return {};
+}
+
 void save_file_dialog::accept()
 {
     auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
@@ -35,7 +44,7 @@ void save_file_dialog::accept()
     const bool is_name = name && !name->text().isEmpty() && !name->text().endsWith(u'/') &&
                          !QFileInfo{directory(), name->text()}.isDir();
     if (is_name && std::none_of(endings_.cbegin(), endings_.cend(), ends_name))
-        name->setText(name->text() + endings_.value(static_cast<int>(shown_.indexOf(selectedNameFilter()))));
+        name->setText(name->text() + chosen_ending());
     QFileDialog::accept(); // looks for a file of that name, and asks
 }
 

@@ -17,6 +17,8 @@ protected:
 private:
     QStringList endings_; ///< with their dots, by filter
     QStringList shown_;   ///< the filters as the toolkit writes them
+
+    QString chosen_ending() const;
 };
 
 } // namespace orvo
