@@ -50,10 +50,10 @@ trap 'rm -rf "$work"' EXIT
 sizes=(10000 50000 100000 200000)
 one_percent=고 some=김 all=%
 searches=("$one_percent:25" "$some:15" "$all:11")
-rounds=4 searches_of_growth=5 clicks=100 starts=20 peaks=3
+rounds=4 searches_of_growth=5 clicks=100 starts=20 peaks=3 files=9
 if $quick; then
     searches=("$one_percent:3" "$some:2" "$all:1")
-    rounds=1 searches_of_growth=2 clicks=40 starts=4 peaks=1
+    rounds=1 searches_of_growth=2 clicks=40 starts=4 peaks=1 files=1
 fi
 
 say() { echo "$(date +%T) $*" >&2; }
@@ -131,6 +131,8 @@ load=$(cut -d ' ' -f 1 /proc/loadavg)
 say "starts"
 move_in embedded 100000
 "$bin/bench_spawn" "$starts" "$bin/bench_start" "$bin/bench_bare_window" >>"$samples.new"
+say "workbooks and CSVs"
+"$bin/bench_files" "$work" "$files" >>"$samples.new"
 engines=(embedded)
 $embedded_only || engines+=(postgresql)
 for engine in "${engines[@]}"; do

@@ -124,6 +124,19 @@ void print_start()
               text("%.2f", ratio), "3 times", ratio <= 3);
 }
 
+void print_file(const char* what, const std::string& caption)
+{
+    const auto& client = found_of("embedded", 0, what, "client");
+    const auto& floor = found_of("embedded", 0, what, "floor");
+    if (client.empty() || floor.empty())
+        return print_missing(caption);
+    for (const auto& [rows, times] : client) {
+        const double ratio = median(times) / median(floor.at(rows));
+        print_row(caption + " of " + thousands(rows) + " rows", spread(times, "ms"),
+                  spread(floor.at(rows), "ms"), text("%.2f", ratio), "1.3 times", ratio <= 1.3);
+    }
+}
+
 void print_peak(const std::string& engine)
 {
     const auto& client = found_of(engine, large_register, "peak", "client");
@@ -203,6 +216,8 @@ int main(int argc, char** argv)
         print_frame(each, "page", "a page back or forward");
     }
     print_start();
+    print_file("workbook", "a workbook");
+    print_file("csv", "a CSV");
     for (const std::string& each : engines)
         print_peak(each);
     for (const std::string& each : engines) {

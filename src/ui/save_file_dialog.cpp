@@ -1,7 +1,10 @@
 #include "ui/save_file_dialog.h"
 
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLineEdit>
+#include <QStandardPaths>
+#include <QTreeView>
 
 #include <algorithm>
 
@@ -24,6 +27,15 @@ save_file_dialog::save_file_dialog(const QStringList& filters, int selected, QWi
     }
     setNameFilters(shown_);
     selectNameFilter(shown_.value(selected));
+    // Later questions begin where the last one ended.
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (directory() == QDir::current() && QFileInfo{documents}.isDir())
+        setDirectory(documents);
+    resize(760, 460);
+    if (const auto* files = findChild<QTreeView*>(QStringLiteral("treeView"))) {
+        files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
 }
 
 QString save_file_dialog::chosen_ending() const
