@@ -124,10 +124,10 @@ void print_start()
               text("%.2f", ratio), "3 times", ratio <= 3);
 }
 
-void print_file(const char* what, const std::string& caption)
+void print_file(const char* what, const std::string& caption, const char* beside = "floor")
 {
     const auto& client = found_of("embedded", 0, what, "client");
-    const auto& floor = found_of("embedded", 0, what, "floor");
+    const auto& floor = found_of("embedded", 0, what, beside);
     if (client.empty() || floor.empty())
         return print_missing(caption);
     for (const auto& [rows, times] : client) {
@@ -218,6 +218,7 @@ int main(int argc, char** argv)
     print_start();
     print_file("workbook", "a workbook");
     print_file("csv", "a CSV");
+    print_file("csv", "beside the toolkit's codec and the disk, a CSV", "codec");
     for (const std::string& each : engines)
         print_peak(each);
     for (const std::string& each : engines) {

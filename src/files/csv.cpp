@@ -4,7 +4,6 @@
 #include "files/write_list.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <future>
 
@@ -37,69 +36,56 @@ qsizetype room_of(const QStringList& cells)
     return room;
 }
 
-bytes first_line(const text_table& list, const QString& number_caption)
-{
-    QStringList captions;
-    if (!number_caption.isEmpty())
-        captions.append(number_caption);
-    for (const text_table::column& each : list.columns)
-        captions.append(each.caption);
-    bytes line(static_cast<std::size_t>(3 + room_of(captions)));
-    char* const behind_mark = std::copy_n("\xEF\xBB\xBF", 3, line.data());
-    line.resize(static_cast<std::size_t>(put_cells(behind_mark, captions) - line.data()));
-    return line;
-}
-
-/// Some rows on their way: fetched, turned into lines, written.
-class group {
+/// Gathers lines and hands them to the disk in parts, which takes one while the next is gathered: the one
+/// costs as much as the other.
+class line_writer {
 public:
-    static constexpr qint64 size = 8192;
+    explicit line_writer(new_file& to) : to_{to}, lines_(part * 2), end_{lines_.data()} {}
 
-    /// `first_number` is that of the first row; 0 where the rows bear none.
-    void begin(qint64 first_number)
+    void put_mark() { end_ = std::copy_n("\xEF\xBB\xBF", 3, end_); }
+
+    /// A line of cells, behind its number where it has one (else 0).
+    void put(qint64 number, const QStringList& cells)
     {
-        rows_.clear();
-        number_ = first_number;
+        constexpr qsizetype longest_number = 20;
+        const auto gathered = end_ - lines_.data();
+        const auto needed = static_cast<std::size_t>(gathered + room_of(cells) + longest_number);
+        if (needed > lines_.size()) {
+            lines_.resize(needed * 2);
+            end_ = lines_.data() + gathered;
+        }
+        if (number > 0) {
+            end_ = std::to_chars(end_, end_ + longest_number, number).ptr;
+            *end_++ = ',';
+        }
+        end_ = put_cells(end_, cells);
+        if (end_ - lines_.data() >= part)
+            hand_over();
     }
-    void add(QStringList cells) { rows_.push_back(std::move(cells)); }
 
-    /// To turn the texts into bytes takes longer than the disk does: others do it, beside the thread that
-    /// fetches the rows and writes. They see nothing but the rows they are given.
-    void start()
+    void finish()
     {
-        filled_ = std::async(std::launch::async, [this] { return fill(); });
-    }
-
-    /// Nothing where it holds nothing.
-    void write(new_file& to)
-    {
-        if (filled_.valid())
-            to.write(lines_.data(), filled_.get());
+        hand_over();
+        written_.get();
     }
 
 private:
-    std::vector<QStringList> rows_;
-    qint64 number_ = 0;
-    bytes lines_; ///< kept from one use to the next
-    std::future<qint64> filled_;
+    static constexpr std::ptrdiff_t part = 1 << 20;
 
-    qint64 fill()
+    new_file& to_;
+    bytes lines_;
+    char* end_;
+    bytes on_its_way_ = bytes(part * 2);
+    std::future<void> written_; ///< last, so that the others outlive its work
+
+    void hand_over()
     {
-        constexpr int longest_number = 20;
-        qsizetype room = 0;
-        for (const QStringList& each : rows_)
-            room += room_of(each) + longest_number;
-        if (room > std::ssize(lines_))
-            lines_.resize(static_cast<std::size_t>(room));
-        char* to = lines_.data();
-        for (const QStringList& each : rows_) {
-            if (number_ > 0) {
-                to = std::to_chars(to, to + longest_number, number_++).ptr;
-                *to++ = ',';
-            }
-            to = put_cells(to, each);
-        }
-        return to - lines_.data();
+        if (written_.valid())
+            written_.get();
+        const auto count = end_ - lines_.data();
+        std::swap(lines_, on_its_way_);
+        end_ = lines_.data();
+        written_ = std::async(std::launch::async, [this, count] { to_.write(on_its_way_.data(), count); });
     }
 };
 
@@ -110,24 +96,21 @@ void write_csv(const QString& path, const text_table& list, progress* follow, co
     new_file file{path};
     if (list.row_count == 0)
         return file.finish();
-    const bytes captions = first_line(list, number_caption);
-    file.write(captions.data(), std::ssize(captions));
-    std::array<group, 4> groups;
-    std::size_t next = 0;
+    const bool is_numbered = !number_caption.isEmpty();
+    QStringList captions;
+    if (is_numbered)
+        captions.append(number_caption);
+    for (const text_table::column& each : list.columns)
+        captions.append(each.caption);
+    line_writer lines{file};
+    lines.put_mark();
+    lines.put(0, captions);
     pace pace{follow};
-    for (qint64 from = 0; from < list.row_count; from += group::size) {
-        group& here = groups[next];
-        next = (next + 1) % groups.size();
-        here.write(file); // what it held before
-        here.begin(number_caption.isEmpty() ? 0 : from + 1);
-        for (qint64 at = from; at < std::min(from + group::size, list.row_count); ++at) {
-            here.add(list.row(at));
-            pace.step(at);
-        }
-        here.start();
+    for (qint64 at = 0; at < list.row_count; ++at) {
+        lines.put(is_numbered ? at + 1 : 0, list.row(at));
+        pace.step(at);
     }
-    for (std::size_t i = 0; i < groups.size(); ++i)
-        groups[(next + i) % groups.size()].write(file);
+    lines.finish();
     file.finish();
 }
 
