@@ -2,17 +2,28 @@
 
 namespace orvo {
 
-void save_steps::write_on(connection& on, const QString& what, std::string_view text, const values& given)
+template <typename act>
+auto save_steps::towards(const QString& what, act sent)
 {
-    if (stored_.contains(what))
-        return;
     try {
-        on.write(text, given);
+        return sent();
     } catch (const db_failure& failure) {
         in_doubt_ = failure.kind() == failure_kind::outcome_unknown;
         throw failure.behind(stored_, what);
     }
+}
+
+void save_steps::write(const QString& what, connection& on, std::string_view text, const values& given)
+{
+    if (stored_.contains(what))
+        return;
+    towards(what, [&] { on.write(text, given); });
     stored_.append(what);
+}
+
+rows save_steps::read(const QString& for_what, std::string_view text, const values& given)
+{
+    return towards(for_what, [&] { return on_.read(text, given); });
 }
 
 } // namespace orvo

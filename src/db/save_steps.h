@@ -16,10 +16,12 @@ public:
     /// what is missing.
     void write(const QString& what, std::string_view text, const values& given)
     {
-        write_on(on_, what, text, given);
+        write(what, on_, text, given);
     }
-    /// The same for a statement of this save that goes to another database.
-    void write_on(connection& on, const QString& what, std::string_view text, const values& given);
+    /// The same for a step on another database than the save's own.
+    void write(const QString& what, connection& on, std::string_view text, const values& given);
+    /// What a step is made from, read between the writes: it fails as that step does.
+    rows read(const QString& for_what, std::string_view text, const values& given);
 
     const QStringList& stored() const { return stored_; }
     /// Whether a step was sent and not answered: to go on behind it could store it twice.
@@ -29,6 +31,9 @@ private:
     connection& on_;
     QStringList stored_;
     bool in_doubt_ = false;
+
+    template <typename act>
+    auto towards(const QString& what, act sent);
 };
 
 } // namespace orvo

@@ -1,4 +1,6 @@
 #include "db/schema/schema.h"
+#include "dues/rules/payments.h"
+#include "dues/rules/yearly_dues.h"
 #include "support/a_new_member.h"
 #include "support/builders.h"
 #include "support/engines.h"
@@ -12,6 +14,15 @@ using namespace orvo;
 namespace {
 
 const QString today = QStringLiteral("20261122");
+const dues_year of_2026{QStringLiteral("9001011234568"), QStringLiteral("2026")};
+
+/// The member of that year, who owes 50,000 and has paid 20,000 of it by line 1; nothing of it settled.
+void store_a_year(connection& db)
+{
+    a_member{of_2026.pers_no}.store_in(db);
+    a_dues_year{of_2026.pers_no, of_2026.val_year}.store_in(db);
+    a_payment{of_2026.pers_no, of_2026.val_year, 20'000}.store_in(db);
+}
 
 /// A save of the association: what the register holds before, and its statements, the writes of which run
 /// under `steps`.
@@ -35,6 +46,26 @@ const std::vector<save_under_test>& saves()
              store_pledge(steps, typed, today);
              store_workplace(steps, typed, today);
          }},
+        {"a year is added", [](connection& db) { a_member{of_2026.pers_no}.store_in(db); },
+         [](connection&, save_steps& steps) { add_year(steps, of_2026, "30", "50000", today); }},
+        {"a year is changed", store_a_year,
+         [](connection&, save_steps& steps) { change_year(steps, of_2026, "30", "80000", today); }},
+        {"a year is deleted", store_a_year,
+         [](connection&, save_steps& steps) { delete_year(steps, of_2026); }},
+        {"a payment is added", store_a_year,
+         [](connection&, save_steps& steps) {
+             add_payment(steps, of_2026, "20", {"20261121", "", "10000", "1"}, today);
+         }},
+        {"a payment is changed", store_a_year,
+         [](connection&, save_steps& steps) {
+             change_payment(steps, of_2026, "1", {"", "20261121", "50000", "2"}, today);
+         }},
+        {"a payment is deleted",
+         [](connection& db) {
+             store_a_year(db);
+             a_payment{of_2026.pers_no, of_2026.val_year, 1'000}.store_in(db);
+         },
+         [](connection&, save_steps& steps) { delete_payment(steps, of_2026, "1"); }},
     };
     return all;
 }

@@ -141,7 +141,7 @@ void update_member(save_steps& save, connection& local, const QString& selected_
     values given = slot_values(columns);
     given.add({"selected_pers_no", selected_pers_no});
     save.write(QStringLiteral("회원 정보"), text, given);
-    save.write_on(local, QStringLiteral("이 PC의 검색 결과"), text, given);
+    save.write(QStringLiteral("이 PC의 검색 결과"), local, text, given);
 
     const values numbers{{"new", value_of(columns, "pers_no")},
                          {"old", selected_pers_no},

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "dues/rules/settlement.h"
+
+#include <optional>
+
+namespace orvo {
+
+/// What a member owes for a year: `dues_h_tbl`. Amounts in won.
+struct dues_header {
+    QString code_member;
+    qint64 mem_dues = 0;
+    qint64 yet_money = 0; ///< negative after an overpayment
+};
+
+/// The member kinds with their fees, by `mem_kind` and `code_member`.
+rows member_kinds(connection& db);
+/// The fee of a kind, in won; nothing where the fee table has no such kind.
+std::optional<QString> fee_of_kind(connection& db, const QString& code_member);
+
+/// Whether the member has dues of that year, of whatever kind.
+bool has_header_of_year(connection& db, const QString& pers_no, const QString& year);
+std::optional<dues_header> read_header(connection& db, const dues_year& year);
+
+/// The member's name by the copy of the last search; empty where he is not in it.
+QString member_name(connection& local, const QString& pers_no);
+
+/// Opens the year with nothing paid, and makes its kind the member's. An amount in whole won; `today` is
+/// "yyyymmdd". No kind chosen is an empty code.
+void add_year(save_steps& save, const dues_year& year, const QString& code_member, const QString& mem_dues,
+              const QString& today);
+/// Changes kind and amount of the year, and makes the kind the member's, even that of a year long gone.
+void change_year(save_steps& save, const dues_year& year, const QString& code_member, const QString& mem_dues,
+                 const QString& today);
+/// The same kind for the member's row in this workstation's copy: the last step of both.
+void change_kind_in_copy(save_steps& save, connection& local, const QString& pers_no,
+                         const QString& code_member);
+/// Takes the year with all its payments.
+void delete_year(save_steps& save, const dues_year& year);
+
+} // namespace orvo

@@ -1,0 +1,99 @@
+#include "dues/rules/payments.h"
+#include "dues/rules/yearly_dues.h"
+#include "support/builders.h"
+#include "support/engines.h"
+#include "support/test_register.h"
+
+using namespace orvo;
+
+namespace {
+
+const QString kim = QStringLiteral("9001011234568");
+const QString today = QStringLiteral("20261122");
+const dues_year of_2026{kim, QStringLiteral("2026")};
+
+/// "dues 30000" is the header of the year; "line" and "other" are payments that no rule has settled, the
+/// latter of other years and members; "alter" and "drop" name the line.
+void take_step(connection& db, const QString& step)
+{
+    const QString verb = step.section(u' ', 0, 0);
+    const QString amount = step.section(u' ', -1);
+    save_steps save{db};
+    if (verb == "dues")
+        add_year(save, of_2026, "20", amount, today);
+    else if (verb == "pay")
+        add_payment(save, of_2026, "20", {"20261121", {}, amount, "1"}, today);
+    else if (verb == "alter")
+        change_payment(save, of_2026, step.section(u' ', 1, 1), {{}, "20261121", amount, "2"}, today);
+    else if (verb == "drop")
+        delete_payment(save, of_2026, amount);
+    else if (verb == "change")
+        change_year(save, of_2026, "30", amount, today);
+    else if (verb == "line")
+        a_payment{kim, "2026", amount.toLongLong()}.store_in(db);
+    else
+        for (const auto& [pers_no, year] :
+             {std::pair{kim, "평생회원"}, {kim, "2025"}, {kim, ""}, {"8512122234567", "2026"}})
+            a_payment{pers_no, year, amount.toLongLong()}.store_in(db);
+}
+
+} // namespace
+
+class dues_test : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void the_balance_follows_the_lines_data() { engines_under_test(); }
+    void the_balance_follows_the_lines()
+    {
+        FETCH_ENGINE(kind);
+        for (const QString row : {
+                 // steps; yet_money and incom_flag then
+                 "dues 30000;30000 0",
+                 "dues 30000|pay 10000|pay 20000;0 1",
+                 "dues 30000|pay 10000|pay 20000|drop 1;10000 0",
+                 "dues 30000|pay 29999;1 0",
+                 "dues 30000|pay 35000;-5000 1",
+                 "dues 30000|pay 35000|alter 1 30000;0 1",
+                 "dues 30000|pay 30000|drop 1;30000 0",
+                 "dues 30000|line 25000|pay 5000;0 1",
+                 "dues 30000|other 30000|pay 1000;29000 0",
+                 "dues 0|pay 0;0 1",
+                 "dues 30000|pay 30000|change 50000;20000 1", // the mark stays
+                 "dues 30000|pay 30000|change 50000|pay 5000;15000 0",
+                 "dues 50000|pay 30000|change 30000;0 0",
+                 "dues 1|pay 2147483647|pay 2147483647;-4294967293 1",
+             }) {
+            running_client on{kind};
+            for (const QString& step : row.section(u';', 0, 0).split(u'|'))
+                take_step(on.c.db_conn, step);
+            const rows years = on.c.db_conn.read("select * from dues_h_tbl");
+            QCOMPARE(row.section(u';', 0, 0) + u';' + years[0].text("yet_money") + u' ' +
+                         years[0].text("incom_flag"),
+                     row);
+        }
+    }
+
+    void years_and_members_are_told_apart_data() { engines_under_test(); }
+    void years_and_members_are_told_apart()
+    {
+        FETCH_ENGINE(kind);
+        running_client on{kind};
+        connection& db = on.c.db_conn;
+        a_dues_year{"8512122234567", "2026"}.store_in(db);
+        QVERIFY(!has_header_of_year(db, kim, "2026"));
+        for (const char* step : {"dues 30000", "pay 2147483647", "pay 2147483647", "other 700"})
+            take_step(db, step);
+        QVERIFY(has_header_of_year(db, kim, "2026") && !has_header_of_year(db, kim, "2027"));
+        QCOMPARE(count_payments(db, of_2026).sum, 4'294'967'294);
+        save_steps save{db};
+        add_payment(save, {kim, {}}, {}, {{}, "20'6", "50000", "1"}, today); // no year: nothing is settled
+        QCOMPARE(save.stored().size(), 1);
+        delete_year(save, of_2026);
+        QCOMPARE(db.number("select sum(pres_money) as rest from dues_b_tbl"), 4 * 700 + 50000);
+        QCOMPARE(db.read("select * from dues_h_tbl").size(), 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(dues_test)
+#include "dues_test.moc"
