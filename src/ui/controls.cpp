@@ -6,6 +6,7 @@
 #include <QFontMetrics>
 #include <QRegularExpressionValidator>
 #include <QShortcut>
+#include <QStyleOptionComboBox>
 #include <QWheelEvent>
 
 namespace orvo {
@@ -76,7 +77,6 @@ code_list::code_list(const QString& name, int shown)
 {
     setObjectName(name);
     setMinimumWidth(room_for(this, shown) + 30);
-    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMaxVisibleItems(20);
     setFocusPolicy(Qt::StrongFocus); // the wheel gives no focus
 }
@@ -107,6 +107,14 @@ void code_list::choose_code(qint64 code)
 void code_list::choose_text(const QString& text)
 {
     setCurrentIndex(findText(text, Qt::MatchExactly));
+}
+
+QSize code_list::sizeHint() const
+{
+    QStyleOptionComboBox look;
+    initStyleOption(&look);
+    const QSize content{0, qMax(fontMetrics().height(), iconSize().height()) + 2};
+    return style()->sizeFromContents(QStyle::CT_ComboBox, &look, content, this);
 }
 
 void code_list::wheelEvent(QWheelEvent* event)

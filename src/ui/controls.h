@@ -44,6 +44,11 @@ public:
     /// Chooses the first entry of that text, or none.
     void choose_text(const QString& text);
 
+    /// As small whatever its entries are. The toolkit's own policy for that would make the box that drops
+    /// down along with each list: eight widgets more, three dozen times in a form, and few are ever opened.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
 protected:
     /// A wheel that rolls over the form must not change what it passes.
     void wheelEvent(QWheelEvent* event) override;
