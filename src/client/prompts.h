@@ -14,6 +14,7 @@ struct message {
     QString title = {};
     sign icon = sign::none;
     QString details = {}; ///< for whom the operator calls for help
+    QString about = {};   ///< said below the text, in a smaller voice
 };
 
 /// All that interrupts the operator passes here, so that tests can answer.

@@ -32,6 +32,7 @@ void dress(QMessageBox& box, const message& what)
     box.setIcon(icon_of(what.icon));
     box.setWindowTitle(what.title.isEmpty() ? program_title : what.title);
     box.setText(what.text);
+    box.setInformativeText(what.about);
     if (!what.details.isEmpty())
         box.setDetailedText(what.details);
 }

@@ -1,5 +1,7 @@
 #include "members/rules/member_copy.h"
 
+#include "db/wide_statement.h"
+
 #include <QByteArrayView>
 
 #include <array>
@@ -111,6 +113,15 @@ private:
 };
 
 } // namespace
+
+void refresh_copy(connection& local, const rows::row& on_server)
+{
+    // An update, not a new row: the member keeps his place on his page.
+    std::vector<column_value> columns;
+    for (const std::string_view each : copied_columns)
+        columns.push_back({each, on_server.text(each)});
+    local.write(update_text("person_m_tbl", columns) + " where pers_no='{pers_no}'", slot_values(columns));
+}
 
 qint64 copy_members(connection& db, connection& local, const member_query& query, progress* follow,
                     const std::function<void()>& found_some)

@@ -25,4 +25,7 @@ qint64 copy_members(
     connection& db, connection& local, const member_query& query, progress* follow = nullptr,
     const std::function<void()>& found_some = [] {});
 
+/// Brings the copy's row of a member in line with his row on the server.
+void refresh_copy(connection& local, const rows::row& on_server);
+
 } // namespace orvo

@@ -79,6 +79,7 @@ pledge read_pledge(connection& db, const QString& pers_no)
     if (pledges.empty())
         return result;
     const auto first = pledges.front();
+    result.con_day = first.text("con_day");
     const qint64 amount = first.number("con_amount");
     const qint64 paid = first.number("con_money");
     const auto add = [&](const QString& caption, const QString& value) {

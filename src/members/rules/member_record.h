@@ -43,6 +43,7 @@ std::vector<panel_row> dues_lines(connection& db, const QString& pers_no, const 
 std::vector<panel_row> workplaces(connection& db, const QString& pers_no);
 
 struct pledge {
+    QString con_day;                    ///< "yyyymmdd"; empty without a pledge
     QString text;                       ///< lines ending in CR LF; empty without a pledge
     std::vector<panel_row> instalments; ///< date, amount; the key is `con_id`
 };

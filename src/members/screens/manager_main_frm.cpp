@@ -1,6 +1,7 @@
 #include "members/screens/manager_main_frm.h"
 
 #include "members/rules/member_record.h"
+#include "members/rules/member_update.h"
 #include "members/rules/recent.h"
 #include "members/screens/member_details.h"
 #include "members/screens/member_list.h"
@@ -44,12 +45,18 @@ manager_main_frm::manager_main_frm(client& c, desk& at, QWidget* over)
       insert_img{button(QStringLiteral("insert_img"), QStringLiteral("회원 등록(&N)"), "user-plus")},
       pre_img{page_button("pre_img", "이전", "chevron-left", Qt::Key_PageUp)},
       next_img{page_button("next_img", "다음", "chevron-right", Qt::Key_PageDown)},
-      details{new member_details{c, at}}, dues_h_grd{new grid{QStringLiteral("dues_h_grd"),
-                                                              {{QStringLiteral("유효년도"), 66},
-                                                               {QStringLiteral("회원종류"), 92, false, true},
-                                                               {QStringLiteral("총회비"), 66, true},
-                                                               {QStringLiteral("미수금"), 66, true}},
-                                                              c}},
+      cmd_edit{primary_button(QStringLiteral("cmd_edit"), QStringLiteral("수정(&E)"), "save")},
+      cmd_del{button(QStringLiteral("cmd_del"), QStringLiteral("회원 삭제"), "trash-2")},
+      year_buttons{QStringLiteral("mem"), QStringLiteral("회비현황")},
+      dues_buttons{QStringLiteral("dues"), QStringLiteral("회비 입금")},
+      comp_buttons{QStringLiteral("comp"), QStringLiteral("근무처현황")},
+      con_buttons{QStringLiteral("con"), QStringLiteral("약정현황")}, details{new member_details{c, at}},
+      dues_h_grd{new grid{QStringLiteral("dues_h_grd"),
+                          {{QStringLiteral("유효년도"), 66},
+                           {QStringLiteral("회원종류"), 92, false, true},
+                           {QStringLiteral("총회비"), 66, true},
+                           {QStringLiteral("미수금"), 66, true}},
+                          c}},
       dues_b_grd{new grid{QStringLiteral("dues_b_grd"),
                           {{QStringLiteral("본회"), 86},
                            {QStringLiteral("지회"), 86},
@@ -86,37 +93,6 @@ manager_main_frm::manager_main_frm(client& c, desk& at, QWidget* over)
         guard([this] { open_member(std::exchange(c_.member_to_open, {})); });
 }
 
-void manager_main_frm::arrange()
-{
-    QLabel* head = heading(QStringLiteral("회원관리"));
-    auto* list = group(QStringLiteral("member_list_group"), QStringLiteral("회원리스트"),
-                       below({custom_lst, page_txt, line({pre_img, next_img}), search_im, insert_img}, 0));
-    list->setFixedWidth(200);
-    auto* member =
-        group(QStringLiteral("member_group"), QStringLiteral("세부사항"),
-              below({group(QStringLiteral("member_frame"), QStringLiteral("회원정보"), below({details}))}));
-    auto* dues =
-        group(QStringLiteral("dues_group"), QStringLiteral("회비현황"), below({dues_h_grd, dues_b_grd}));
-    auto* workplaces = group(QStringLiteral("company_group"), QStringLiteral("근무처현황"), below({com_grd}));
-    auto* pledges = group(QStringLiteral("contract_group"), QStringLiteral("약정현황"),
-                          below({con_txt, contract_grd}, 1));
-
-    auto* panels = new QHBoxLayout;
-    panels->setSpacing(rhythm * 2);
-    panels->addWidget(dues, 5);
-    panels->addWidget(workplaces, 5);
-    panels->addWidget(pledges, 3);
-    auto* right = new QVBoxLayout;
-    right->setSpacing(rhythm * 2);
-    right->addWidget(member);
-    right->addLayout(panels, 1);
-    auto* all = new QHBoxLayout{this};
-    all->setContentsMargins(rhythm * 2, rhythm, rhythm * 2, rhythm);
-    all->setSpacing(rhythm * 3);
-    all->addLayout(below({head, list}, 1));
-    all->addLayout(right, 1);
-}
-
 void manager_main_frm::attach()
 {
     on_click(search_im, [this] { desk_.ask(QStringLiteral("search_dlg")); });
@@ -125,12 +101,21 @@ void manager_main_frm::attach()
     on_click(next_img, [this] { turn_page(1); });
     custom_lst->on_row([this](int row) { click_member(row); });
     dues_h_grd->on_row([this](int row) { guard([this, row] { click_dues_year(row); }); });
+    attach_record_buttons();
+    attach_keys();
+}
+
+void manager_main_frm::attach_keys()
+{
     // A button's own shortcut turns the page a moment late, and not at all while the key repeats itself.
     for (const auto& [key, by] : {std::pair{Qt::Key_PageUp, -1}, std::pair{Qt::Key_PageDown, 1}})
         connect(new QShortcut{QKeySequence{key}, this}, &QShortcut::activated, this,
                 [this, by = by] { guard([this, by] { turn_page(by); }); });
     auto* again = new QShortcut{QKeySequence{Qt::Key_F5}, this};
     connect(again, &QShortcut::activated, this, [this] { guard([this] { refresh(); }); });
+    auto* pay = new QShortcut{QKeySequence{Qt::Key_F7}, this};
+    connect(pay, &QShortcut::activated, dues_buttons.in_img, &QPushButton::click);
+    dues_buttons.in_img->setToolTip(QStringLiteral("회비 입금 추가 (F7)"));
     auto* onward = new QShortcut{QKeySequence{Qt::Key_F6}, this};
     connect(onward, &QShortcut::activated, this, [this] { go_to_next_panel(); });
 }
@@ -169,13 +154,18 @@ void manager_main_frm::show_member(const QString& pers_no)
     for (grid* panel : {dues_h_grd, dues_b_grd, com_grd, contract_grd})
         panel->clear_rows();
     con_txt->clear();
-    const auto found = read_member(c_.local_conn, pers_no);
-    if (!found)
+    if (pers_no != c_.selected_pers_no) { // a year clicked at another member is none of this one's
+        c_.cur_val_year.clear();
+        c_.cur_code_member.clear();
+    }
+    shown_ = read_member(c_.local_conn, pers_no);
+    if (!shown_)
         throw db_failure{failure_kind::other,
                          QStringLiteral("이 회원은 검색 결과에 더 이상 없습니다. 다시 검색하여 주십시오.")};
-    const auto member = found->front();
+    const auto member = shown_->front();
     c_.selected_pers_no = member.text("pers_no");
     details->show_member(member);
+    untouched_ = edited_columns(details->fields.read(), {});
     details->show_web_identity(open_web_identity(c_.db_conn, c_.selected_pers_no));
     show_contract();
     show_dues();
@@ -207,12 +197,20 @@ void manager_main_frm::click_dues_year(int row)
     show_dues_lines();
 }
 
+/// A year that was chosen stays so: who has just entered a payment sees it.
 void manager_main_frm::show_dues()
 {
+    const int before = dues_h_grd->chosen_row();
+    const QString year = before < 0 ? QString{} : dues_h_grd->cell(before, 0);
     dues_b_grd->set_empty_text(QStringLiteral("회비년도를 선택하면 입금 내역이 보입니다."));
     dues_b_grd->clear_rows();
     dues_h_grd->set_empty_text(QStringLiteral("등록된 회비가 없습니다."));
     fill(dues_h_grd, dues_years(c_.db_conn, c_.selected_pers_no));
+    for (int row = 0; before >= 0 && row < dues_h_grd->filled_rows(); ++row)
+        if (dues_h_grd->cell(row, 0) == year) {
+            dues_h_grd->selectRow(row);
+            return show_dues_lines();
+        }
 }
 
 void manager_main_frm::show_dues_lines()
@@ -226,6 +224,7 @@ void manager_main_frm::show_dues_lines()
 void manager_main_frm::show_contract()
 {
     const pledge found = read_pledge(c_.db_conn, c_.selected_pers_no);
+    c_.cur_con_day = found.con_day;
     con_txt->setText(found.text);
     contract_grd->set_empty_text(QStringLiteral("약정 입금 내역이 없습니다."));
     fill(contract_grd, found.instalments);

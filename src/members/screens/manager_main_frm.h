@@ -1,6 +1,8 @@
 #pragma once
 
+#include "members/rules/member_data.h"
 #include "members/rules/member_pages.h"
+#include "members/screens/panel_buttons.h"
 #include "ui/member_panels.h"
 #include "ui/pick_target.h"
 #include "ui/work_screen.h"
@@ -32,16 +34,21 @@ public:
 private:
     member_pages pages_;
     int page_ = 1;
+    std::optional<rows> shown_;           ///< the open member's row of the copy
+    std::vector<column_value> untouched_; ///< what the fields would write of it as they came
 
     member_list* custom_lst;
     QLabel* page_txt;
     QLabel* con_txt;
-    QPushButton *search_im, *insert_img, *pre_img, *next_img;
+    QPushButton *search_im, *insert_img, *pre_img, *next_img, *cmd_edit, *cmd_del;
+    panel_buttons year_buttons, dues_buttons, comp_buttons, con_buttons;
     member_details* details;
     grid *dues_h_grd, *dues_b_grd, *com_grd, *contract_grd;
 
     void arrange();
     void attach();
+    void attach_keys();
+    void attach_record_buttons();
     void show_member_page(int page);
     void turn_page(int by);
     void click_member(int row);
@@ -50,6 +57,20 @@ private:
     void click_dues_year(int row);
     void go_to_next_panel();
     void refresh();
+
+    void refuse(const refusal& why);
+    bool is_member_open();
+    bool is_record_chosen(const grid& panel, const QString& otherwise);
+    void edit_member();
+    bool may_overwrite(const std::vector<column_value>& columns);
+    void take_servers_row(const rows::row& on_server);
+    void delete_this_member();
+    void add_year();
+    void add_payment();
+    void choose_year_to_pay();
+    void open_on_payment(const char* dialog_name, const QString& otherwise);
+    void open_on_workplace(const char* dialog_name, qint16 code);
+    void open_on_instalment(const char* dialog_name, const QString& otherwise);
 };
 
 } // namespace orvo

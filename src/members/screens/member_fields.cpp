@@ -236,6 +236,72 @@ member_data member_fields::read() const
     return typed;
 }
 
+namespace {
+
+struct column_caption {
+    std::string_view column;
+    const char* caption;
+    code_list* member_fields::*list = nullptr;
+};
+
+constexpr column_caption column_captions[]{{"pers_no", "주민등록번호"},
+                                           {"lic_no", "면허번호"},
+                                           {"pers_name", "이름"},
+                                           {"pers_sex", "성별"},
+                                           {"code_religion", "종교", &member_fields::rel_cbb},
+                                           {"pers_marry", "혼인여부"},
+                                           {"code_post", "우편번호"},
+                                           {"pers_add", "자택주소"},
+                                           {"pers_tel", "자택전화번호"},
+                                           {"pers_hp", "핸드폰번호"},
+                                           {"email", "E-Mail"},
+                                           {"code_bran", "소속지부", &member_fields::bran_cbb},
+                                           {"code_big", "소속분과", &member_fields::big_cbb},
+                                           {"code_sect", "소속분회", &member_fields::sect_cbb},
+                                           {"code_scholar", "최종학력", &member_fields::scholar_cbb},
+                                           {"code_univer", "학위", &member_fields::univer_cbb},
+                                           {"code_school", "학교", &member_fields::school_cbb},
+                                           {"pers_career", "경력"},
+                                           {"pers_call", "발송호칭"},
+                                           {"get_mail_place", "우편물수신처"},
+                                           {"pers_year_pay", "연봉"},
+                                           {"lic_kind6_no", "임상영양사 자격증번호"},
+                                           {"lic_kind7_no", "급식경영 영양사 자격증번호"},
+                                           {"lic_pay", "영양사면허수당"},
+                                           {"code_deposit", "소속위탁업체", &member_fields::deposit_cbb},
+                                           {"sub_code", "산하단체.분야회", &member_fields::sub_cbb}};
+
+const column_caption* find_caption(std::string_view column)
+{
+    for (const column_caption& each : column_captions)
+        if (each.column == column)
+            return &each;
+    return nullptr;
+}
+
+} // namespace
+
+QString member_fields::caption_of(std::string_view column) const
+{
+    if (const column_caption* found = find_caption(column))
+        return QString::fromUtf8(found->caption);
+    // The flags of the certificates: lic_kind1 to lic_kind7.
+    return lic_kind_chk[static_cast<std::size_t>(column.back() - '1')]->text();
+}
+
+QString member_fields::shown_as(std::string_view column, const QString& value) const
+{
+    const column_caption* found = find_caption(column);
+    if (!found)
+        return value == QLatin1String("1") ? QStringLiteral("예") : QStringLiteral("아니오");
+    if (column == "pers_sex")
+        return value == QLatin1String("1") ? sex1_opt->text() : sex2_opt->text();
+    if (!found->list)
+        return value;
+    const int at = (this->*found->list)->findData(value.toLongLong());
+    return at < 0 ? value : (this->*found->list)->itemText(at);
+}
+
 code_list* member_fields::list_for(std::string_view table) const
 {
     const std::pair<std::string_view, code_list*> lists[]{

@@ -41,6 +41,10 @@ struct member_fields {
     QString fill_sections();
 
     member_data read() const;
+    /// A column's caption, and a value of it as the form would show it: the name of a code.
+    QString caption_of(std::string_view column) const;
+    QString shown_as(std::string_view column, const QString& value) const;
+
     code_list* list_for(std::string_view table) const;
     address_fields home_address() const { return {post1_txt, post2_txt, addr_txt}; }
 
