@@ -46,6 +46,7 @@ public:
 
     /// Starts on the folder that ORVO_HOME names and logs in as the demo's head office.
     void start();
+    program& running() { return running_; }
 
     /// Milliseconds from just before Enter is posted to the return of the list's first paint, and to that of
     /// the window's update around it.
