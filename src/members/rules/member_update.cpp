@@ -49,7 +49,7 @@ constexpr std::array tables_of_a_member{
 
 } // namespace
 
-std::optional<refusal> check_edited_member(const member_data& typed)
+std::optional<refusal> check_edited_member(const member_data& typed, bool keeps_telephone)
 {
     if (auto why = check_identity(typed, &console::check_pers_no))
         return why;
@@ -57,7 +57,7 @@ std::optional<refusal> check_edited_member(const member_data& typed)
         return refusal{QStringLiteral("소속지부를 선택하세요"), QStringLiteral("bran_cbb")};
     if (typed.code_big.isEmpty())
         return refusal{QStringLiteral("소속분과를 선택하세요"), QStringLiteral("big_cbb")};
-    return check_home_telephone(typed);
+    return keeps_telephone ? std::nullopt : check_home_telephone(typed);
 }
 
 std::vector<column_value> edited_columns(const member_data& typed, const QString& today)
@@ -109,6 +109,14 @@ std::vector<column_value> keep_what_cannot_be_shown(std::vector<column_value> ty
             each.value = was;
     }
     return typed;
+}
+
+bool keeps_telephone(const member_data& typed, const std::vector<column_value>& untouched,
+                     const rows::row& stored)
+{
+    const QString number = stored.text("pers_tel");
+    const QString shown = joined(typed.pers_tel);
+    return !number.isEmpty() && shown != number && shown == value_of(untouched, "pers_tel");
 }
 
 std::optional<rows> read_on_server(connection& db, const QString& pers_no)

@@ -6,8 +6,8 @@
 namespace orvo {
 
 /// What must be filled in before a change is saved, in the order of the form's questions. Kind and sub-branch
-/// are not asked for: members of old registrations have none.
-std::optional<refusal> check_edited_member(const member_data& typed);
+/// are not asked for: members of old registrations have none; nor is a telephone that is kept as it is stored.
+std::optional<refusal> check_edited_member(const member_data& typed, bool keeps_telephone);
 
 /// The columns of `person_m_tbl` that a change writes, in their order, as the form holds them.
 std::vector<column_value> edited_columns(const member_data& typed, const QString& today);
@@ -18,6 +18,10 @@ std::vector<column_value> edited_columns(const member_data& typed, const QString
 std::vector<column_value> keep_what_cannot_be_shown(std::vector<column_value> typed,
                                                     const std::vector<column_value>& untouched,
                                                     const rows::row& stored);
+
+/// Whether the home telephone is one that the form cannot show and nobody touched.
+bool keeps_telephone(const member_data& typed, const std::vector<column_value>& untouched,
+                     const rows::row& stored);
 
 /// A column in which the register is newer than what the form was filled from.
 struct newer_value {

@@ -94,7 +94,8 @@ void manager_main_frm::edit_member()
         return refuse({QStringLiteral("수정할 회원을 선택 하세요."), QStringLiteral("custom_lst")});
     const member_fields& fields = details->fields;
     const member_data typed = fields.read();
-    std::optional<refusal> why = check_edited_member(typed);
+    std::optional<refusal> why =
+        check_edited_member(typed, keeps_telephone(typed, untouched_, shown_->front()));
     if (!why)
         why = check_certificate_numbers(typed);
     std::vector<column_value> columns = edited_columns(typed, c_.today());
