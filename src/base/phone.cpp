@@ -14,6 +14,14 @@ phone_parts cut_phone(QStringView digits)
     return parts;
 }
 
+phone_parts cut_copied_fax(QStringView digits)
+{
+    phone_parts parts = cut_phone(digits);
+    if (parts.area.size() == 3 && !parts.exchange.isEmpty())
+        parts.exchange = digits.mid(2, parts.exchange.size()).toString();
+    return parts;
+}
+
 phone_parts cut_mobile(QStringView digits)
 {
     if (digits.isEmpty())

@@ -17,6 +17,11 @@ struct phone_parts {
 /// code alone.
 phone_parts cut_phone(QStringView digits);
 
+/// Cuts the fax number of a workplace that is copied for another member. Behind an area code of three digits
+/// the exchange begins with the code's last digit: it is another member's number, and looks it, until the
+/// operator has typed the right one.
+phone_parts cut_copied_fax(QStringView digits);
+
 /// Cuts a mobile number: always three digits in front and the last four behind.
 phone_parts cut_mobile(QStringView digits);
 

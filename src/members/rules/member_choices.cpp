@@ -35,6 +35,15 @@ registration_choices read_registration_choices(connection& local)
     return all;
 }
 
+workplace_choices read_workplace_choices(connection& local)
+{
+    workplace_choices all;
+    all.uses = local.read("select * from make_use_of");
+    all.job_lines = local.read("select * from job_line");
+    all.job_levels = local.read("select * from job_level");
+    return all;
+}
+
 section_choices read_sections(connection& local, const QString& code_bran, const QString& code_big)
 {
     const QString no_branch = QStringLiteral("지부를 선택하여 주세요");

@@ -34,6 +34,8 @@ struct registration_choices {
 
 member_choices read_console_choices(connection& local);
 registration_choices read_registration_choices(connection& local);
+/// The lists of the dialogs that add and change a workplace.
+workplace_choices read_workplace_choices(connection& local);
 
 /// The sub-branches under a branch and a division. What is missing is the refusal for an operator who picks.
 struct section_choices {

@@ -6,7 +6,8 @@
 namespace orvo {
 
 /// What must be filled in before a change is saved, in the order of the form's questions. Kind and sub-branch
-/// are not asked for: members of old registrations have none; nor is a telephone that is kept as it is stored.
+/// are not asked for: members of old registrations have none; nor is a telephone that is kept as it is
+/// stored.
 std::optional<refusal> check_edited_member(const member_data& typed, bool keeps_telephone);
 
 /// The columns of `person_m_tbl` that a change writes, in their order, as the form holds them.

@@ -136,6 +136,58 @@ void workplace_fields::pick_great_division()
     part_cbb->setFocus(Qt::OtherFocusReason);
 }
 
+namespace {
+
+void show_phone(const std::array<QLineEdit*, 3>& fields, const phone_parts& number)
+{
+    fields[0]->setText(number.area);
+    fields[1]->setText(number.exchange);
+    fields[2]->setText(number.line);
+}
+
+} // namespace
+
+void workplace_fields::show_fax(const phone_parts& number)
+{
+    show_phone(fax, number);
+}
+
+void workplace_fields::show(const rows::row& stored)
+{
+    com_name_txt->setText(stored.text("company_name"));
+    part_cbb->choose_code(stored.number("code_part"));
+    great_div_cbb->QComboBox::clear();
+    small_div_cbb->QComboBox::clear();
+    if (!part_cbb->code().isEmpty())
+        fill_great_divisions();
+    great_div_cbb->choose_code(stored.number("code_great"));
+    if (!great_div_cbb->code().isEmpty())
+        fill_small_divisions();
+    small_div_cbb->choose_code(stored.number("code_small"));
+    job_part_txt->setText(stored.text("job_dept"));
+    job_line_cbb->choose_code(stored.number("job_line_code"));
+    job_level_cbb->choose_code(stored.number("job_level_code"));
+    use_cbb->choose_code(stored.number("code_use"));
+    const QString post = stored.text("code_post");
+    com_post1_txt->setText(post.left(3));
+    com_post2_txt->setText(post.right(3));
+    com_addr_txt->setText(stored.text("company_add"));
+    show_phone(com_tel, cut_phone(stored.text("company_tel")));
+    constexpr std::array meals{"company_morning", "company_midday", "company_evening", "company_between"};
+    for (std::size_t i = 0; i < np.size(); ++i)
+        np[i]->set_amount(stored.text(meals[i]));
+    constexpr std::array staff{"company_diet", "company_cook", "company_food"};
+    for (std::size_t i = 0; i < mnp.size(); ++i)
+        mnp[i]->set_amount(stored.text(staff[i]));
+    meal_s_txt->setText(stored.text("company_meal"));
+    sick_txt->setText(stored.text("company_sick_bad"));
+    pers_multy_cbb->choose_code(stored.number("pers_multy"));
+    join_con_cbb->choose_text(stored.text("join_con"));
+    join_cook_cbb->choose_text(stored.text("join_cook"));
+    san_edu_cbb->choose_code(stored.number("comp_except"));
+    primary_cbb->choose_code(stored.number("primary_flag") == 1 ? 1 : 0);
+}
+
 workplace_data workplace_fields::read() const
 {
     workplace_data typed;

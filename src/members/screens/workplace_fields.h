@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/phone.h"
 #include "members/rules/member_choices.h"
 #include "members/rules/member_data.h"
 #include "ui/date_group.h"
@@ -37,6 +38,9 @@ struct workplace_fields {
     void fill_great_divisions();
     void fill_small_divisions();
 
+    /// Shows a row of `company` but for its joining date and fax, of which each dialog has its own view.
+    void show(const rows::row& stored);
+    void show_fax(const phone_parts& number);
     workplace_data read() const;
     std::optional<refusal> unreadable_count() const;
 

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "members/rules/workplaces.h"
+#include "members/screens/workplace_fields.h"
+#include "ui/dialog.h"
+#include "ui/pick_target.h"
+
+namespace orvo {
+
+class grid;
+
+/// What the dialogs that add and change a workplace share: the fields, with a leaving date, and the press
+/// that saves them.
+class workplace_dlg : public dialog, public pick_target {
+public:
+    code_list* list_for(std::string_view table) override { return fields_.list_for(table); }
+    std::optional<address_fields> fields_for_address() override { return fields_.address(); }
+
+protected:
+    workplace_dlg(const QString& name, qint16 code, client& c, desk& at, QWidget* over);
+
+    desk& desk_;
+    workplace_fields fields_;
+    code_list *out_y_cbb, *out_m_cbb;
+    QPushButton *submit_img, *Image2;
+
+    QLayout* arrange();
+    /// Enter walks the fields that are there by now.
+    void begin_to_walk();
+    void show_leaving_date(const QString& pers_out_date);
+    workplace_data read() const;
+
+    /// Stores the workplace, whose name is not empty.
+    virtual void store() = 0;
+    virtual QString done_text() const = 0;
+
+private:
+    void submit();
+    bool is_readable();
+};
+
+/// Adds a workplace to the open member; a new row can be copied from one of any member.
+class comp_in_dlg : public workplace_dlg {
+public:
+    comp_in_dlg(client& c, desk& at, QWidget* over);
+    ~comp_in_dlg() override;
+
+protected:
+    void store() override;
+    QString done_text() const override { return QStringLiteral("입력이 완료됬습니다."); }
+
+private:
+    QLineEdit* str_txt;
+    QPushButton* search_img;
+    grid* com_lst;
+
+    void search();
+    void copy_row(int row);
+};
+
+/// Changes one workplace of the open member.
+class comp_ud_dlg : public workplace_dlg {
+public:
+    comp_ud_dlg(client& c, desk& at, QWidget* over);
+    ~comp_ud_dlg() override;
+
+protected:
+    void store() override;
+    QString done_text() const override { return QStringLiteral("수정 완료됬습니다."); }
+
+private:
+    std::optional<rows> stored_;
+    std::vector<column_value> untouched_;
+
+    std::vector<column_value> columns() const;
+    void load();
+};
+
+/// Removes one, having named it.
+class comp_del_dlg : public dialog {
+public:
+    comp_del_dlg(client& c, desk& at, QWidget* over);
+};
+
+} // namespace orvo
