@@ -91,16 +91,16 @@ typed_date refused_date(const QString& sentence)
 }
 
 /// The three parts as they were caught, or the refusal of one that no list has.
-typed_date checked(const QRegularExpressionMatch& caught)
+typed_date checked(const QRegularExpressionMatch& caught, int first)
 {
     const auto part = [&](const char* name) { return caught.captured(QLatin1String{name}); };
-    const auto outside = [](const QString& text, int first, int last) {
-        return !text.isEmpty() && (text.toInt() < first || text.toInt() > last);
+    const auto outside = [](const QString& text, int from, int to) {
+        return !text.isEmpty() && (text.toInt() < from || text.toInt() > to);
     };
     typed_date date{part("y"), part("m"), part("d"), {}};
-    if (outside(date.year, first_year, last_year))
+    if (outside(date.year, first, last_year))
         return refused_date(
-            QStringLiteral("연도는 %1부터 %2까지 입력할 수 있습니다.").arg(first_year).arg(last_year));
+            QStringLiteral("연도는 %1부터 %2까지 입력할 수 있습니다.").arg(first).arg(last_year));
     if (outside(date.month, 1, 12))
         return refused_date(QStringLiteral("월은 1부터 12까지 입력할 수 있습니다."));
     if (outside(date.day, 1, 31))
@@ -116,13 +116,14 @@ QRegularExpressionMatch whole_match(const QString& form, const QString& text)
     return QRegularExpression{QRegularExpression::anchoredPattern(form)}.match(text);
 }
 
-typed_date first_match(const QString& text, std::initializer_list<QString> forms, const QString& refusal)
+typed_date first_match(const QString& text, std::initializer_list<QString> forms, const QString& refusal,
+                       int first = first_year)
 {
     if (text.isEmpty())
         return {};
     for (const QString& form : forms)
         if (const auto caught = whole_match(form, text); caught.hasMatch())
-            return checked(caught);
+            return checked(caught, first);
     return refused_date(refusal);
 }
 
@@ -157,18 +158,18 @@ typed_amount read_amount(QStringView typed)
                                                          : read_with_units(QStringView{text}.trimmed());
 }
 
-typed_date read_date(QStringView typed, QDate today, date_part alone)
+typed_date read_date(QStringView typed, QDate today, date_part alone, int first)
 {
     const QString text = half_width(typed);
     static const QString month_and_day = QStringLiteral("(?<m>\\d{1,2}) *[-./월 ] *(?<d>\\d{1,2}) *[.일]?");
     if (whole_match(month_and_day, text).hasMatch())
-        return read_date(QString::number(today.year()) + u'-' + text, today);
-    return first_match(text,
-                       {QStringLiteral("(?<y>\\d{4})(?<m>\\d\\d)(?<d>\\d\\d)"),
-                        QStringLiteral("(?<y>\\d{4}) *[-./년 ] *") + month_and_day,
-                        QStringLiteral("(?<y>\\d{4})(?: *[-./년 ] *(?<m>\\d{1,2}))? *[.년월]?"),
-                        bare_part(alone)},
-                       QStringLiteral("날짜는 연도를 네 자리로 하여 20261122나 2026-11-22처럼 입력하세요."));
+        return read_date(QString::number(today.year()) + u'-' + text, today, date_part::year, first);
+    return first_match(
+        text,
+        {QStringLiteral("(?<y>\\d{4})(?<m>\\d\\d)(?<d>\\d\\d)"),
+         QStringLiteral("(?<y>\\d{4}) *[-./년 ] *") + month_and_day,
+         QStringLiteral("(?<y>\\d{4})(?: *[-./년 ] *(?<m>\\d{1,2}))? *[.년월]?"), bare_part(alone)},
+        QStringLiteral("날짜는 연도를 네 자리로 하여 20261122나 2026-11-22처럼 입력하세요."), first);
 }
 
 typed_date read_month(QStringView typed, date_part alone)

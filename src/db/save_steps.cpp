@@ -8,7 +8,7 @@ auto save_steps::towards(const QString& what, act sent)
     try {
         return sent();
     } catch (const db_failure& failure) {
-        in_doubt_ = failure.kind() == failure_kind::outcome_unknown;
+        in_doubt_ = in_doubt_ || failure.kind() == failure_kind::outcome_unknown;
         throw failure.behind(stored_, what);
     }
 }

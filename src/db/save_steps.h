@@ -24,7 +24,7 @@ public:
     rows read(const QString& for_what, std::string_view text, const values& given);
 
     const QStringList& stored() const { return stored_; }
-    /// Whether a step was sent and not answered: to go on behind it could store it twice.
+    /// Whether a step was ever sent and not answered: to go on behind it could store it twice.
     bool is_in_doubt() const { return in_doubt_; }
 
 private:

@@ -1,13 +1,27 @@
 #include "shell/openers.h"
 
+#include "dues/screens/delete_dialogs.h"
+#include "dues/screens/header_dialogs.h"
+#include "dues/screens/payment_dialogs.h"
 #include "members/screens/insert_frm.h"
 #include "members/screens/manager_main_frm.h"
 #include "members/screens/search_dlg.h"
+#include "members/screens/workplace_dialogs.h"
 #include "reference/screens/code_editors.h"
 #include "reference/screens/zip_dlg.h"
 #include "shell/login_dlg.h"
 
 namespace orvo {
+
+namespace {
+
+template <typename dialog_of_the_desk>
+void run_dialog(client& c, desk& at, QWidget* over)
+{
+    dialog_of_the_desk{c, at, over}.exec();
+}
+
+} // namespace
 
 openers all_openers()
 {
@@ -21,12 +35,17 @@ openers all_openers()
     all.dialogs[QStringLiteral("login_dlg")] = [](client& c, desk&, QWidget* over) {
         login_dlg{c, over}.exec();
     };
-    all.dialogs[QStringLiteral("search_dlg")] = [](client& c, desk& at, QWidget* over) {
-        search_dlg{c, at, over}.exec();
-    };
-    all.dialogs[QStringLiteral("zip_dlg")] = [](client& c, desk& at, QWidget* over) {
-        zip_dlg{c, at, over}.exec();
-    };
+    all.dialogs[QStringLiteral("search_dlg")] = run_dialog<search_dlg>;
+    all.dialogs[QStringLiteral("mem_in_dlg")] = run_dialog<mem_in_dlg>;
+    all.dialogs[QStringLiteral("mem_ud_dlg")] = run_dialog<mem_ud_dlg>;
+    all.dialogs[QStringLiteral("mem_del_dlg")] = run_dialog<mem_del_dlg>;
+    all.dialogs[QStringLiteral("dues_in_dlg")] = run_dialog<dues_in_dlg>;
+    all.dialogs[QStringLiteral("dues_ud_dlg")] = run_dialog<dues_ud_dlg>;
+    all.dialogs[QStringLiteral("dues_del_dlg")] = run_dialog<dues_del_dlg>;
+    all.dialogs[QStringLiteral("comp_in_dlg")] = run_dialog<comp_in_dlg>;
+    all.dialogs[QStringLiteral("comp_ud_dlg")] = run_dialog<comp_ud_dlg>;
+    all.dialogs[QStringLiteral("comp_del_dlg")] = run_dialog<comp_del_dlg>;
+    all.dialogs[QStringLiteral("zip_dlg")] = run_dialog<zip_dlg>;
     for (const code_editor& each : code_editors())
         all.dialogs[QString::fromLatin1(each.dialog)] = [&each](client& c, desk& at, QWidget* over) {
             make_code_editor(each, c, at, over)->exec();

@@ -22,6 +22,7 @@ class date_list;
 struct neighbours {
     std::array<QPointer<date_list>, 3> lists; // in the order of date_part
     date_group::clock now;
+    int first_year = orvo::first_year;
 
     bool has_days() const { return lists[2] != nullptr; }
 };
@@ -30,6 +31,12 @@ struct neighbours {
 bool is_passing(const QFocusEvent* event)
 {
     return event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason;
+}
+
+/// Nothing is no choice, also where a list ends with an empty item: the arrow keys then begin at its top.
+void show_part(code_list& list, const QString& text)
+{
+    text.isEmpty() ? list.setCurrentIndex(-1) : list.choose_text(text);
 }
 
 class date_list : public code_list {
@@ -85,7 +92,7 @@ date_list::date_list(const QString& name, date_part part, const QStringList& tex
 void date_list::choose(const QString& text)
 {
     const int before = currentIndex();
-    choose_text(text);
+    show_part(*this, text);
     if (currentIndex() != before)
         Q_EMIT activated(currentIndex());
 }
@@ -104,8 +111,9 @@ void date_list::take()
     if (!is_pending())
         return;
     const QString typed = currentText();
-    const typed_date date =
-        group_->has_days() ? read_date(typed, group_->now().date(), part_) : read_month(typed, part_);
+    const typed_date date = group_->has_days()
+                                ? read_date(typed, group_->now().date(), part_, group_->first_year)
+                                : read_month(typed, part_);
     if (!date.refusal.isEmpty())
         refuse(date.refusal);
     else if (typed.trimmed().isEmpty())
@@ -204,10 +212,10 @@ void date_list::focusOutEvent(QFocusEvent* event)
     code_list::focusOutEvent(event);
 }
 
-QStringList years()
+QStringList years(int first)
 {
     QStringList texts;
-    for (int year = first_year; year <= last_year; ++year)
+    for (int year = first; year <= last_year; ++year)
         texts.append(QString::number(year));
     return texts;
 }
@@ -232,13 +240,16 @@ void for_each_list(const date_group& group, action act)
 } // namespace
 
 date_group::date_group(const QString& year_name, const QString& month_name, const QString& day_name,
-                       clock now)
+                       clock now, choices of)
 {
     const auto group = std::make_shared<neighbours>();
     group->now = std::move(now);
-    year = add_list(group, date_part::year, year_name, years());
+    group->first_year = of.first_year;
+    year = add_list(group, date_part::year, year_name, years(of.first_year));
     month = add_list(group, date_part::month, month_name, two_digit_texts(1, 12));
     day = day_name.isEmpty() ? nullptr : add_list(group, date_part::day, day_name, two_digit_texts(1, 31));
+    if (of.end_with_an_empty_item)
+        for_each_list(*this, [](date_list& each) { each.addItem({}); });
 }
 
 date_group::date_group(const QString& year_name, const QString& month_name, clock now)
@@ -267,15 +278,20 @@ QString date_group::withdraw_refusal() const
 
 void date_group::set(const QString& stored) const
 {
-    year->choose_text(stored.mid(0, 4));
-    month->choose_text(stored.mid(4, 2));
+    show_part(*year, stored.mid(0, 4));
+    show_part(*month, stored.mid(4, 2));
     if (day)
-        day->choose_text(stored.mid(6, 2));
+        show_part(*day, stored.mid(6, 2));
 }
 
 void date_group::clear() const
 {
     set({});
+}
+
+void date_group::set_enabled(bool enabled) const
+{
+    for_each_list(*this, [enabled](date_list& each) { each.setEnabled(enabled); });
 }
 
 } // namespace orvo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/typed.h"
 #include "ui/controls.h"
 
 #include <QDateTime>
@@ -16,8 +17,17 @@ namespace orvo {
 /// the operator has changed it.
 struct date_group {
     using clock = std::function<QDateTime()>;
+    struct choices {
+        int first_year = orvo::first_year; ///< earlier years are refused
+        bool end_with_an_empty_item = false;
+    };
 
-    date_group(const QString& year_name, const QString& month_name, const QString& day_name, clock now);
+    date_group(const QString& year_name, const QString& month_name, const QString& day_name, clock now,
+               choices of);
+    date_group(const QString& year_name, const QString& month_name, const QString& day_name, clock now)
+        : date_group{year_name, month_name, day_name, std::move(now), choices{}}
+    {
+    }
     date_group(const QString& year_name, const QString& month_name, clock now);
 
     code_list* year;
@@ -32,6 +42,7 @@ struct date_group {
     /// Shows a date "yyyymmdd" or a month "yyyymm"; parts that no list has are left empty.
     void set(const QString& stored) const;
     void clear() const;
+    void set_enabled(bool enabled) const;
 };
 
 } // namespace orvo

@@ -15,7 +15,7 @@ enter_walk::enter_walk(QWidget& form) : QObject{&form}, form_{form} {}
 void enter_walk::chain(std::initializer_list<QWidget*> fields)
 {
     for (auto each = fields.begin(); std::next(each) != fields.end(); ++each)
-        next_[*each] = *std::next(each);
+        next_[*each] = [next = *std::next(each)] { return next; };
 }
 
 void enter_walk::begin()
@@ -28,9 +28,9 @@ void enter_walk::begin()
 
 QWidget* enter_walk::next_of(QWidget* field) const
 {
-    const auto found = next_.find(field);
-    if (found != next_.end())
-        return found->second;
+    if (const auto found = next_.find(field); found != next_.end())
+        if (QWidget* onward = found->second())
+            return onward;
     QWidget* next = field->nextInFocusChain();
     while (next != field && !(form_.isAncestorOf(next) && next->isVisible() && next->isEnabled() &&
                               (next->focusPolicy() & Qt::TabFocus) && !next->focusProxy()))

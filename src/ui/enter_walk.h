@@ -2,6 +2,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <initializer_list>
 #include <map>
 #include <vector>
@@ -16,7 +17,12 @@ class enter_walk : public QObject {
 public:
     explicit enter_walk(QWidget& form);
 
+    /// The next field of one, or none: then it goes on as Tab does.
+    using way = std::function<QWidget*()>;
+
     void chain(std::initializer_list<QWidget*> fields);
+    /// Asked at each Enter in `field`.
+    void ask(QWidget* field, way onward) { next_[field] = std::move(onward); }
     void leave_alone(QWidget* field) { own_.push_back(field); }
     /// Takes in all fields that the form has by now.
     void begin();
@@ -26,7 +32,7 @@ protected:
 
 private:
     QWidget& form_;
-    std::map<const QWidget*, QWidget*> next_;
+    std::map<const QWidget*, way> next_;
     std::vector<const QWidget*> own_;
 
     QWidget* next_of(QWidget* field) const;

@@ -16,12 +16,13 @@ namespace {
 const QString today = QStringLiteral("20261122");
 const dues_year of_2026{QStringLiteral("9001011234568"), QStringLiteral("2026")};
 
-/// The member of that year, who owes 50,000 and has paid 20,000 of it by line 1; nothing of it settled.
+/// The member of that year, who owes 50,000 and has paid 20,000 by line 1; nothing of it settled.
 void store_a_year(connection& db)
 {
     a_member{of_2026.pers_no}.store_in(db);
     a_dues_year{of_2026.pers_no, of_2026.val_year}.store_in(db);
-    a_payment{of_2026.pers_no, of_2026.val_year, 20'000}.store_in(db);
+    for (const qint64 paid : {20'000, 1'000})
+        a_payment{of_2026.pers_no, of_2026.val_year, paid}.store_in(db);
 }
 
 /// A save of the association: what the register holds before, and its statements, the writes of which run
@@ -56,15 +57,7 @@ const std::vector<save_under_test>& saves()
          [](connection&, save_steps& steps) {
              add_payment(steps, of_2026, "20", {"20261121", "", "10000", "1"}, today);
          }},
-        {"a payment is changed", store_a_year,
-         [](connection&, save_steps& steps) {
-             change_payment(steps, of_2026, "1", {"", "20261121", "50000", "2"}, today);
-         }},
-        {"a payment is deleted",
-         [](connection& db) {
-             store_a_year(db);
-             a_payment{of_2026.pers_no, of_2026.val_year, 1'000}.store_in(db);
-         },
+        {"a payment is deleted", store_a_year,
          [](connection&, save_steps& steps) { delete_payment(steps, of_2026, "1"); }},
     };
     return all;

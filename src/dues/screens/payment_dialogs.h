@@ -1,0 +1,52 @@
+#pragma once
+
+#include "dues/screens/dues_dialog.h"
+#include "dues/screens/payment_fields.h"
+
+namespace orvo {
+
+/// The form of a payment, over the year that is chosen in the console.
+class payment_dialog : public dues_dialog {
+protected:
+    payment_dialog(const QString& name, client& c, desk& at, QWidget* over, failures::policy how);
+
+    payment_fields fields;
+
+    void open_with(const QString& title, bool place_is_required, const std::function<void()>& load_more);
+    /// The operator has picked a place: the date of the other side is dropped.
+    virtual void pick_place();
+    bool passes_checks() override;
+    void refresh(member_panels& panels) override;
+};
+
+/// Adds a payment; proposes to pay what is left.
+class dues_in_dlg : public payment_dialog {
+public:
+    dues_in_dlg(client& c, desk& at, QWidget* over);
+
+protected:
+    void pick_place() override;
+    bool passes_checks() override;
+    void store(save_steps& save) override;
+
+private:
+    const QString cur_code_member_;
+
+    void propose_the_rest();
+};
+
+/// Changes the payment that is chosen in the console.
+class dues_ud_dlg : public payment_dialog {
+public:
+    dues_ud_dlg(client& c, desk& at, QWidget* over);
+
+protected:
+    void store(save_steps& save) override;
+
+private:
+    const QString cur_dues_id_;
+
+    void show_payment();
+};
+
+} // namespace orvo

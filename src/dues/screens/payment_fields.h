@@ -1,0 +1,42 @@
+#pragma once
+
+#include "dues/rules/payments.h"
+#include "ui/amount_field.h"
+#include "ui/date_group.h"
+
+class QLayout;
+
+namespace orvo {
+
+class client;
+class enter_walk;
+
+/// The fields of a payment. Where it was paid decides which of the two dates it can have.
+struct payment_fields {
+    explicit payment_fields(const client& c);
+
+    code_list* receipt_cbb;
+    date_group con_in; ///< received by head office
+    date_group b_in;   ///< received by a branch
+    amount_field* str_txt;
+
+    QLayout* rows(bool place_is_required) const;
+    /// Enter goes from a whole date on to the amount, and from a part of one to the next.
+    void chain(enter_walk& walk) const;
+    void fill_places(connection& db) const;
+
+    /// The date that belongs to the chosen place, and the other one.
+    const date_group& chosen_side() const;
+    const date_group& other_side() const;
+    /// Lets the date of the chosen place be entered, and the other not; both where none is chosen.
+    void enable_by_place() const;
+
+    void show(const payment& line) const;
+    payment read() const;
+    /// Why a date that was typed cannot be taken, with the list that it was typed into; empty where it can.
+    QString withdraw_refusal(QWidget*& typed_into) const;
+    /// A date that ends in the middle, as its lists show it; empty where each is whole or empty.
+    QString unfinished_date() const;
+};
+
+} // namespace orvo
