@@ -91,7 +91,7 @@ void dues_dialog::press_ok()
 {
     if (!is_begun() && !passes_checks())
         return;
-    if (save_.is_in_doubt() && !wants_it_again())
+    if (!may_go_on(save_))
         return;
     if (!failures::guard(c_.say, how_, [this] { store(save_); }))
         return hold_what_is_stored();
@@ -112,15 +112,6 @@ void dues_dialog::refresh_panels()
 {
     if (member_panels* panels = desk_.panels())
         failures::guard(c_.say, failures::policy::report, [this, panels] { refresh(*panels); });
-}
-
-bool dues_dialog::wants_it_again()
-{
-    return c_.say.ask(
-        {QStringLiteral("앞서 보낸 저장 요청이 처리되었는지 알 수 없습니다. 다시 저장하면 두 번 "
-                        "저장될 수 있습니다.\n\n회비현황을 먼저 확인하셨습니까?"),
-         QStringLiteral("확인"), sign::exclamation},
-        QStringLiteral("다시 저장"), QStringLiteral("그만두기"), answer::second);
 }
 
 /// What is stored can no longer be typed otherwise: it would look as if the next press stored that.

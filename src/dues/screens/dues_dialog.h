@@ -50,7 +50,6 @@ private:
     bool is_begun() const { return !save_.stored().isEmpty(); }
     void press_ok();
     void refresh_panels();
-    bool wants_it_again();
     void hold_what_is_stored();
 };
 

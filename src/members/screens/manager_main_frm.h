@@ -1,5 +1,6 @@
 #pragma once
 
+#include "db/save_steps.h"
 #include "members/rules/member_data.h"
 #include "members/rules/member_pages.h"
 #include "members/screens/panel_buttons.h"
@@ -36,6 +37,14 @@ private:
     int page_ = 1;
     std::optional<rows> shown_;           ///< the open member's row of the copy
     std::vector<column_value> untouched_; ///< what the fields would write of it as they came
+    /// A change that broke half way, as it was begun.
+    struct begun_edit {
+        save_steps save;
+        QString selected_pers_no;
+        std::vector<column_value> columns;
+        QString id, passwd;
+    };
+    std::optional<begun_edit> begun_;
 
     member_list* custom_lst;
     QLabel* page_txt;
@@ -62,6 +71,8 @@ private:
     bool is_member_open();
     bool is_record_chosen(const grid& panel, const QString& otherwise);
     void edit_member();
+    bool goes_on_with_what_is_begun();
+    void finish_edit();
     bool may_overwrite(const std::vector<column_value>& columns);
     void take_servers_row(const rows::row& on_server);
     void delete_this_member();

@@ -92,6 +92,8 @@ void manager_main_frm::edit_member()
 {
     if (!shown_ || c_.selected_pers_no.isEmpty())
         return refuse({QStringLiteral("수정할 회원을 선택 하세요."), QStringLiteral("custom_lst")});
+    if (goes_on_with_what_is_begun())
+        return finish_edit();
     const member_fields& fields = details->fields;
     const member_data typed = fields.read();
     std::optional<refusal> why =
@@ -106,13 +108,35 @@ void manager_main_frm::edit_member()
         return refuse(*why);
     if (!may_overwrite(columns))
         return;
-    save_steps save{c_.db_conn};
-    update_member(save, c_.local_conn, c_.selected_pers_no, columns, fields.id_txt->text(),
-                  fields.passwd_txt->text());
+    begun_.emplace(begun_edit{save_steps{c_.db_conn}, c_.selected_pers_no, std::move(columns),
+                              fields.id_txt->text(), fields.passwd_txt->text()});
+    finish_edit();
+}
+
+/// A change that broke in the middle has left the member under two numbers, if his number was changed: it is
+/// brought to its end as it was begun.
+bool manager_main_frm::goes_on_with_what_is_begun()
+{
+    const bool is_begun =
+        begun_ && !begun_->save.stored().isEmpty() && begun_->selected_pers_no == c_.selected_pers_no;
+    return is_begun &&
+           c_.say.ask({QStringLiteral("앞서 이 회원을 저장하다가 중단되었습니다.\n저장된 것: %1\n\n"
+                                      "그때의 내용으로 나머지를 이어서 저장할까요?")
+                           .arg(begun_->save.stored().join(QStringLiteral(", "))),
+                       confirmation, sign::exclamation},
+                      QStringLiteral("이어서 저장"), QStringLiteral("그만두기"));
+}
+
+void manager_main_frm::finish_edit()
+{
+    update_member(begun_->save, c_.local_conn, begun_->selected_pers_no, begun_->columns, begun_->id,
+                  begun_->passwd);
+    const QString pers_no = begun_->columns.front().value;
+    begun_.reset();
     c_.say.tell({QStringLiteral("수정이 완료됬습니다."), confirmation, sign::information});
     show_member_page(page_);
-    custom_lst->setCurrentRow(custom_lst->row_of(typed.pers_no()));
-    show_member(typed.pers_no());
+    custom_lst->setCurrentRow(custom_lst->row_of(pers_no));
+    show_member(pers_no);
 }
 
 /// A look ahead of the save: whoever changed this member elsewhere since he was shown here is not overwritten

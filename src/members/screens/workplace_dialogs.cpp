@@ -47,7 +47,7 @@ workplace_dlg::workplace_dlg(const QString& name, qint16 code, client& c, desk& 
       out_y_cbb{text_list(QStringLiteral("out_y_cbb"), leaving_years(), 5)},
       out_m_cbb{text_list(QStringLiteral("out_m_cbb"), behind_an_empty_item(two_digit_texts(2, 12)), 3)},
       submit_img{primary_button(QStringLiteral("submit_img"), QStringLiteral("저장(&S)"), "save")},
-      Image2{button(QStringLiteral("Image2"), QStringLiteral("취소(&C)"), "x")}
+      Image2{button(QStringLiteral("Image2"), QStringLiteral("취소(&C)"), "x")}, save_{c.db_conn}
 {
     fields_.fill(read_workplace_choices(c.local_conn));
     on_click(
@@ -81,7 +81,10 @@ QLayout* workplace_dlg::arrange()
          row("겸직여부", {w.pers_multy_cbb}), row("공동관리", {w.join_con_cbb, "공동조리", w.join_cook_cbb}),
          row("위생교육여부", {w.san_edu_cbb}), row("우선 근무처여부", {w.primary_cbb})});
     QWidget* const to_the_right = nullptr;
-    return below({beside({place, reach}), line({to_the_right, Image2, submit_img})});
+    held_ = new QWidget;
+    held_->setLayout(beside({place, reach}));
+    held_->layout()->setContentsMargins(0, 0, 0, 0);
+    return below({held_, line({to_the_right, Image2, submit_img})});
 }
 
 void workplace_dlg::begin_to_walk()
@@ -124,16 +127,24 @@ bool workplace_dlg::is_readable()
 
 void workplace_dlg::submit()
 {
-    if (!is_readable())
+    if (!is_readable() || !may_go_on(save_))
         return;
-    if (!fields_.com_name_txt->text().isEmpty())
-        store();
-    else // and on to the end, as operators know it: without a name nothing is stored
+    if (fields_.com_name_txt->text().isEmpty()) { // and on to the end, as operators know it
         c_.say.tell({QStringLiteral("근무처명을 입력하세요"), confirmation, sign::exclamation});
+        return finish();
+    }
+    if (failures::guard(c_.say, failures::policy::silent, [this] { store(save_); }))
+        return finish();
+    // What is stored can no longer be typed otherwise; the same press goes on behind it.
+    held_->setEnabled(save_.stored().isEmpty());
+}
+
+void workplace_dlg::finish()
+{
     c_.say.tell({done_text(), confirmation, sign::information});
-    if (c_.current_screen == screen_code::comp_in_dlg || c_.comp_ud_caller == QLatin1String("1"))
-        refresh_panel(desk_);
     accept();
+    if (c_.current_screen == screen_code::comp_in_dlg || c_.comp_ud_caller == QLatin1String("1"))
+        failures::guard(c_.say, failures::policy::report, [this] { refresh_panel(desk_); });
 }
 
 comp_in_dlg::comp_in_dlg(client& c, desk& at, QWidget* over)
@@ -192,13 +203,12 @@ void comp_in_dlg::copy_row(int row)
     show_leaving_date(stored.text("pers_out_date"));
 }
 
-void comp_in_dlg::store()
+void comp_in_dlg::store(save_steps& save)
 {
     workplace_data typed = read();
     // The first field three times over, and not the other two: lists of fax numbers are drawn from what was
     // changed since, and a number of this shape tells them that nobody has looked at it yet.
     typed.company_fax = fields_.fax[0]->text() + fields_.fax[0]->text() + fields_.fax[0]->text();
-    save_steps save{c_.db_conn};
     add_workplace(save, c_.selected_pers_no, typed, c_.today());
 }
 
@@ -238,9 +248,8 @@ std::vector<column_value> comp_ud_dlg::columns() const
     return workplace_columns(c_.selected_pers_no, read(), c_.today());
 }
 
-void comp_ud_dlg::store()
+void comp_ud_dlg::store(save_steps& save)
 {
-    save_steps save{c_.db_conn};
     change_workplace(save, c_.selected_pers_no, c_.cur_company_id,
                      keep_what_cannot_be_shown(columns(), untouched_, stored_->front()));
 }

@@ -30,13 +30,17 @@ protected:
     void show_leaving_date(const QString& pers_out_date);
     workplace_data read() const;
 
-    /// Stores the workplace, whose name is not empty.
-    virtual void store() = 0;
+    /// Stores the workplace, whose name is not empty; steps that are stored already are skipped.
+    virtual void store(save_steps& save) = 0;
     virtual QString done_text() const = 0;
 
 private:
+    QWidget* held_ = nullptr; ///< the fields, which a save that broke half way holds as they are
+    save_steps save_;
+
     void submit();
     bool is_readable();
+    void finish();
 };
 
 /// Adds a workplace to the open member; a new row can be copied from one of any member.
@@ -46,7 +50,7 @@ public:
     ~comp_in_dlg() override;
 
 protected:
-    void store() override;
+    void store(save_steps& save) override;
     QString done_text() const override { return QStringLiteral("입력이 완료됬습니다."); }
 
 private:
@@ -65,7 +69,7 @@ public:
     ~comp_ud_dlg() override;
 
 protected:
-    void store() override;
+    void store(save_steps& save) override;
     QString done_text() const override { return QStringLiteral("수정 완료됬습니다."); }
 
 private:
