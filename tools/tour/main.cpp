@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QCommandLineParser>
 #include <QLineEdit>
+#include <QTest>
 
 using namespace orvo;
 
@@ -35,7 +36,9 @@ void fill_registration()
         type(seen(field), QString::fromUtf8(text));
     for (const char* list : {"mem_kind_cbb", "bran_cbb", "big_cbb", "sect_cbb"})
         press(seen(list), Qt::Key_Down);
-    for (const auto& [field, text] : {std::pair{"tel1_txt", "02"}, {"tel2_txt", "555"}, {"tel3_txt", "0123"},
+    for (const auto& [field, text] : {std::pair{"tel1_txt", "02"},
+                                      {"tel2_txt", "555"},
+                                      {"tel3_txt", "0123"},
                                       {"com_name_txt", "새봄초등학교"}})
         type(seen(field), QString::fromUtf8(text));
     for (const char* list : {"part_cbb", "great_div_cbb", "small_div_cbb", "receipt_cbb"})
@@ -71,6 +74,30 @@ void register_somebody(walk& road)
     road.add({{}, at("custom_lst"), [](QWidget* list) { press(list, Qt::Key_Down); }});
 }
 
+/// A payment by the keyboard alone, and the other dialogs of the console.
+void pay_and_look_around(walk& road)
+{
+    const auto close = [](QWidget* dialog) { press(dialog, Qt::Key_Escape); };
+    road.add({{}, at("dues_h_grd"), [](QWidget* years) {
+                  click_row(years, 2);
+                  press(years, Qt::Key_F7);
+              }});
+    road.add({{}, at("dues_in_dlg"), [](QWidget*) {
+                  press(QApplication::focusWidget(), Qt::Key_Down);
+                  press(QApplication::focusWidget(), Qt::Key_Return);
+                  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("+"));
+                  press(QApplication::focusWidget(), Qt::Key_Return);
+              }});
+    road.add({QStringLiteral("payment"), at("dues_in_dlg"),
+              [](QWidget*) { press(QApplication::focusWidget(), Qt::Key_Return); }});
+    for (const auto& [button, dialog] : {std::pair{"mem_ud_img", "mem_ud_dlg"},
+                                         {"mem_del_img", "mem_del_dlg"},
+                                         {"comp_in_img", "comp_in_dlg"}}) {
+        road.add({{}, at(button), click});
+        road.add({QString::fromLatin1(dialog).chopped(4).replace(u'_', u'-'), at(dialog), close});
+    }
+}
+
 /// From the login over a new member to a member's payments.
 void plan(walk& road)
 {
@@ -99,7 +126,8 @@ void plan(walk& road)
     road.add({QStringLiteral("console-page-1"), at("next_img"), [](QWidget* next) { click(next); }});
     road.add({QStringLiteral("console-page-2"), at("custom_lst"), [](QWidget* list) { click_row(list, 3); }});
     road.add({QStringLiteral("member"), at("dues_h_grd"), [](QWidget* years) { click_row(years, 1); }});
-    road.add({QStringLiteral("member-payments"), at("search_im"), [](QWidget* search) { click(search); }});
+    pay_and_look_around(road);
+    road.add({QStringLiteral("member-payments"), at("search_im"), click});
     road.add({QStringLiteral("search-again"), at("str_txt"), [](QWidget* word) {
                   type(word, QStringLiteral("없는 이름"));
                   press(word, Qt::Key_Return);
