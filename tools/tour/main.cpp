@@ -9,7 +9,6 @@
 #include <QComboBox>
 #include <QCommandLineParser>
 #include <QLineEdit>
-#include <QTest>
 
 using namespace orvo;
 
@@ -78,18 +77,16 @@ void register_somebody(walk& road)
 void pay_and_look_around(walk& road)
 {
     const auto close = [](QWidget* dialog) { press(dialog, Qt::Key_Escape); };
-    road.add({{}, at("dues_h_grd"), [](QWidget* years) {
-                  click_row(years, 2);
-                  press(years, Qt::Key_F7);
-              }});
-    road.add({{}, at("dues_in_dlg"), [](QWidget*) {
-                  press(QApplication::focusWidget(), Qt::Key_Down);
-                  press(QApplication::focusWidget(), Qt::Key_Return);
-                  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("+"));
-                  press(QApplication::focusWidget(), Qt::Key_Return);
+    road.add({{}, at("dues_h_grd"), [](QWidget* years) { click_row(years, 2); }});
+    road.add({{}, at("dues_in_img"), click});
+    road.add({{}, at("dues_in_dlg"), [](QWidget* dialog) {
+                  press(dialog->focusWidget(), Qt::Key_Down);
+                  press(dialog->focusWidget(), Qt::Key_Return);
+                  type(static_cast<QComboBox*>(dialog->focusWidget())->lineEdit(), QStringLiteral("+"));
+                  press(dialog->focusWidget(), Qt::Key_Return);
               }});
     road.add({QStringLiteral("payment"), at("dues_in_dlg"),
-              [](QWidget*) { press(QApplication::focusWidget(), Qt::Key_Return); }});
+              [](QWidget* dialog) { press(dialog->focusWidget(), Qt::Key_Return); }});
     for (const auto& [button, dialog] : {std::pair{"mem_ud_img", "mem_ud_dlg"},
                                          {"mem_del_img", "mem_del_dlg"},
                                          {"comp_in_img", "comp_in_dlg"}}) {
