@@ -1,5 +1,7 @@
 #include "shell/openers.h"
 
+#include "dues/pledges/pledge_dialogs.h"
+#include "dues/search/dues_search_dlg.h"
 #include "dues/screens/delete_dialogs.h"
 #include "dues/screens/header_dialogs.h"
 #include "dues/screens/payment_dialogs.h"
@@ -46,6 +48,10 @@ openers all_openers()
     all.dialogs[QStringLiteral("comp_ud_dlg")] = run_dialog<comp_ud_dlg>;
     all.dialogs[QStringLiteral("comp_del_dlg")] = run_dialog<comp_del_dlg>;
     all.dialogs[QStringLiteral("zip_dlg")] = run_dialog<zip_dlg>;
+    all.dialogs[QStringLiteral("con_in_dlg")] = run_dialog<con_in_dlg>;
+    all.dialogs[QStringLiteral("con_ud_dlg")] = run_dialog<con_ud_dlg>;
+    all.dialogs[QStringLiteral("con_del_dlg")] = run_dialog<con_del_dlg>;
+    all.dialogs[QStringLiteral("dues_search_dlg")] = run_dialog<dues_search_dlg>;
     for (const code_editor& each : code_editors())
         all.dialogs[QString::fromLatin1(each.dialog)] = [&each](client& c, desk& at, QWidget* over) {
             make_code_editor(each, c, at, over)->exec();

@@ -1,21 +1,16 @@
 #include "members/screens/search_dlg.h"
 
-#include "base/amount.h"
 #include "members/rules/member_search.h"
 #include "members/rules/recent.h"
 #include "ui/controls.h"
-#include "ui/input_gate.h"
+#include "ui/search_progress.h"
 
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QListWidget>
 
 namespace orvo {
 
 namespace {
-
-const QString hint = QStringLiteral("회원명, 주민번호, 면허번호, 근무처명, e_mail로 찾습니다.");
-const QString searching = QStringLiteral("현재 검색 중 입니다.잠시 기다려 주십시요.");
 
 QListWidget* recent_list(const QString& name)
 {
@@ -28,62 +23,15 @@ QListWidget* recent_list(const QString& name)
 
 } // namespace
 
-/// Shows the count of a search that takes over a second, and makes the closing button its end.
-class search_dlg::search_progress : public progress {
-public:
-    explicit search_progress(search_dlg& over)
-        : over_{over}, gate_{over.Image2, [this] { ended_ = true; }}, clicked_{connect(
-                                                                          over.Image2, &QPushButton::clicked,
-                                                                          &over, [this] { ended_ = true; })}
-    {
-        running_.start();
-        over_.is_searching_ = true;
-        over_.Image2->setText(QStringLiteral("중지(&C)"));
-    }
-    ~search_progress() override
-    {
-        disconnect(clicked_);
-        over_.is_searching_ = false;
-        over_.Image2->setText(QStringLiteral("닫기(&C)"));
-        over_.Text1->setText(hint);
-    }
-
-    bool go_on(qint64 so_far) override
-    {
-        if (running_.elapsed() > 1000) {
-            over_.Text1->setText(QStringLiteral("%1 %2명").arg(searching, with_separators(so_far)));
-            gate_.look_up();
-        }
-        return !ended_;
-    }
-
-    void found_some()
-    {
-        over_.Text1->setText(searching);
-        over_.Text1->repaint();
-    }
-
-private:
-    search_dlg& over_;
-    QElapsedTimer running_;
-    bool ended_ = false;
-    input_gate gate_;
-    QMetaObject::Connection clicked_;
-};
-
 search_dlg::search_dlg(client& c, desk& at, QWidget* over)
-    : dialog{QStringLiteral("search_dlg"), c, over}, desk_{at}, item_cbb{new code_list{
-                                                                    QStringLiteral("item_cbb"), 10}},
-      str_txt{text_field(QStringLiteral("str_txt"), 30)}, Text1{new QLabel{hint}},
-      search{primary_button(QStringLiteral("search"), QStringLiteral("검색(&S)"), "search")},
-      Image2{button(QStringLiteral("Image2"), QStringLiteral("닫기(&C)"), "x")},
-      word_lst{recent_list(QStringLiteral("word_lst"))},
+    : search_dialog{QStringLiteral("search_dlg"), c, over,
+                    QStringLiteral("회원명, 주민번호, 면허번호, 근무처명, e_mail로 찾습니다.")},
+      desk_{at}, item_cbb{new code_list{QStringLiteral("item_cbb"), 10}},
+      str_txt{text_field(QStringLiteral("str_txt"), 30)}, word_lst{recent_list(QStringLiteral("word_lst"))},
       member_lst{recent_list(QStringLiteral("member_lst"))}, recents{new QWidget}
 {
-    Text1->setObjectName(QStringLiteral("Text1"));
     for (const char* text : {"회원명", "주민번호", "면허번호", "근무처명", "e_mail"})
         item_cbb->add(QString::fromUtf8(text), item_cbb->count());
-    Text1->setForegroundRole(QPalette::PlaceholderText);
     auto* side_by_side = beside(
         {below({group(QStringLiteral("recent_words"), QStringLiteral("최근 검색어"), below({word_lst}))}),
          below({group(QStringLiteral("recent_members"), QStringLiteral("최근에 연 회원"),
@@ -100,7 +48,6 @@ search_dlg::search_dlg(client& c, desk& at, QWidget* over)
     });
     on_enter(str_txt, [this] { run_search(); });
     on_click(search, [this] { run_search(); });
-    connect(Image2, &QPushButton::clicked, this, &search_dlg::reject);
     connect(word_lst, &QListWidget::itemActivated, this, [this](QListWidgetItem* chosen) {
         str_txt->setText(chosen->text());
         failures::guard(c_.say, failures::policy::report, [this] { run_search(); });
@@ -140,12 +87,6 @@ void search_dlg::show_recent_members()
         line->setData(Qt::UserRole, each.pers_no);
         member_lst->addItem(line);
     }
-}
-
-void search_dlg::reject()
-{
-    if (!is_searching_) // while it searches, Image2 and Esc end the search
-        dialog::reject();
 }
 
 bool search_dlg::find(int by_item, const QString& key)

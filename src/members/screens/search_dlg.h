@@ -1,9 +1,8 @@
 #pragma once
 
 #include "ui/desk.h"
-#include "ui/dialog.h"
+#include "ui/search_dialog.h"
 
-class QLabel;
 class QListWidget;
 
 namespace orvo {
@@ -12,26 +11,17 @@ class code_list;
 
 /// Finds members by a keyword, copies them to this workstation and opens the console on the copy. Below the
 /// question stand the last words that were searched for and the last members that were opened.
-class search_dlg : public dialog {
+class search_dlg : public search_dialog {
 public:
     search_dlg(client& c, desk& at, QWidget* over);
 
-protected:
-    void reject() override;
-
 private:
-    class search_progress;
-
     desk& desk_;
     code_list* item_cbb;
     QLineEdit* str_txt;
-    QLabel* Text1;
-    QPushButton* search;
-    QPushButton* Image2;
     QListWidget* word_lst;
     QListWidget* member_lst;
     QWidget* recents;
-    bool is_searching_ = false;
 
     int item() const;
     void show_recent_words();

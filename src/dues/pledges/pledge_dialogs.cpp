@@ -1,0 +1,197 @@
+#include "dues/pledges/pledge_dialogs.h"
+
+#include "base/amount.h"
+#include "base/dates.h"
+#include "dues/rules/yearly_dues.h"
+#include "ui/enter_walk.h"
+#include "ui/icons.h"
+#include "ui/member_panels.h"
+#include "ui/theme.h"
+
+#include <QLabel>
+
+namespace orvo {
+
+namespace {
+
+chosen_instalment chosen_in(const client& c)
+{
+    return {c.selected_pers_no, c.cur_con_date, c.cur_con_id};
+}
+
+entry amount_row(const pledge_fields& fields)
+{
+    return {QStringLiteral("입금액"), {fields.str_txt, "원"}, true};
+}
+
+entry date_row(const pledge_fields& fields)
+{
+    const date_group& day = fields.con_in;
+    return {QStringLiteral("입금일"), {day.year, "년", day.month, "월", day.day, "일"}, true};
+}
+
+const QString is_gone = QStringLiteral("이 입금 내역은 이미 삭제되었습니다.");
+
+} // namespace
+
+pledge_dialog::pledge_dialog(const QString& name, client& c, desk& at, QWidget* over)
+    : save_dialog{name, c, at, over}, selected_pers_no_{c.selected_pers_no}
+{
+}
+
+void pledge_dialog::open_with(const QString& title, QLayout* fields, const std::function<void()>& load)
+{
+    open(title, fields, [&] {
+        show_whose(QStringLiteral("%1 (%2)").arg(member_name(c_.local_conn, selected_pers_no_),
+                                                 selected_pers_no_.left(6)));
+        load();
+    });
+}
+
+bool pledge_dialog::takes(const pledge_fields& fields)
+{
+    const auto [why, field] = fields.check();
+    if (!why.isEmpty())
+        refuse({why, {}, sign::exclamation}, field);
+    return why.isEmpty();
+}
+
+void pledge_dialog::refresh(member_panels& panels)
+{
+    panels.show_contract();
+}
+
+con_in_dlg::con_in_dlg(client& c, desk& at, QWidget* over)
+    : pledge_dialog{QStringLiteral("con_in_dlg"), c, at, over}, cur_con_day_{c.cur_con_day}, fields_{c}
+{
+    auto* walk = new enter_walk{*this};
+    fields_.con_in.set(c.today());
+    open_with(QStringLiteral("약정액 추가"), form({amount_row(fields_), date_row(fields_)}), [this] {
+        pledge_ = find_pledge(c_.db_conn, selected_pers_no_);
+        show_pledge();
+    });
+    fields_.chain(*walk);
+    walk->begin();
+    fields_.str_txt->setFocus();
+}
+
+void con_in_dlg::show_pledge()
+{
+    if (!pledge_)
+        // The day typed is that of no payment: a pledge is made on the day on which it is entered.
+        return hint(
+            QStringLiteral("이 회원은 약정이 없습니다. 이 금액을 오늘(%1) 약정한 금액으로 등록합니다.")
+                .arg(with_hyphens(c_.today())));
+    hint(QStringLiteral("%1에 약정한 %2원의 입금으로 저장합니다. 미수금액 %3원%4")
+             .arg(with_hyphens(pledge_->con_day), with_separators(pledge_->con_amount),
+                  with_separators(pledge_->con_amount - pledge_->con_money),
+                  pledge_->is_given_up ? QStringLiteral(", 포기한 약정입니다.") : QString{}));
+}
+
+/// A pledge that came while the dialog was open, be it by this dialog over a line that broke, would turn what
+/// the operator means as the sum pledged into a payment of it: so that is shown first.
+bool con_in_dlg::passes_checks()
+{
+    if (!takes(fields_))
+        return false;
+    const bool was_pledged = pledge_.has_value();
+    pledge_ = find_pledge(c_.db_conn, selected_pers_no_);
+    show_pledge();
+    if (pledge_.has_value() == was_pledged)
+        return true;
+    refuse({pledge_ ? QStringLiteral("그 사이에 약정이 등록되었습니다. 입금으로 저장하려면 다시 누르세요.")
+                    : QStringLiteral("그 사이에 약정이 없어졌습니다. 약정으로 등록하려면 다시 누르세요."),
+            {},
+            sign::exclamation},
+           fields_.str_txt);
+    return false;
+}
+
+void con_in_dlg::store(save_steps& save)
+{
+    const instalment paid = fields_.read();
+    if (!pledge_)
+        add_pledge(save, selected_pers_no_, paid.con_money, c_.today());
+    else // the console may have shown the member before there was a pledge
+        add_instalment(save, selected_pers_no_, cur_con_day_.isEmpty() ? pledge_->con_day : cur_con_day_,
+                       paid);
+}
+
+con_ud_dlg::con_ud_dlg(client& c, desk& at, QWidget* over)
+    : pledge_dialog{QStringLiteral("con_ud_dlg"), c, at, over}, chosen_{chosen_in(c)}, fields_{c},
+      give_up_cbb{new code_list{QStringLiteral("give_up_cbb"), 10}}, state_{new QLabel}
+{
+    auto* walk = new enter_walk{*this};
+    // Not the present state: an instalment that is corrected means that the member pays, so the pledge runs
+    // again unless it is given up here once more. The present state stands beside the list.
+    give_up_cbb->add(QStringLiteral("포기안함"), 0);
+    give_up_cbb->add(QStringLiteral("포기"), 1);
+    give_up_cbb->choose_code(0);
+    state_->setObjectName(QStringLiteral("state"));
+    state_->setForegroundRole(QPalette::PlaceholderText);
+    open_with(QStringLiteral("약정액 수정"),
+              form({amount_row(fields_), date_row(fields_),
+                    entry{QStringLiteral("포기여부"), {give_up_cbb, state_}}}),
+              [this] { show_instalment(); });
+    fields_.chain(*walk, give_up_cbb);
+    walk->begin();
+    fields_.str_txt->setFocus();
+    fields_.str_txt->selectAll();
+}
+
+/// Of several instalments of the day the first is shown, whichever is chosen: then the fields are a proposal,
+/// and what they will replace stands below them.
+void con_ud_dlg::show_instalment()
+{
+    if (const auto pledge = find_pledge(c_.db_conn, selected_pers_no_))
+        state_->setText(pledge->is_given_up ? QStringLiteral("현재 상태: 포기")
+                                            : QStringLiteral("현재 상태: 진행"));
+    const std::vector<instalment> of_day = instalments_of_day(c_.db_conn, chosen_);
+    const instalment* chosen = chosen_among(of_day, chosen_);
+    if (!chosen)
+        return close_to_saving(is_gone);
+    fields_.show(of_day.front());
+    if (chosen != &of_day.front())
+        hint(QStringLiteral("같은 날의 입금이 %1건입니다. 선택한 내역의 현재 입금액은 %2원입니다.")
+                 .arg(of_day.size())
+                 .arg(with_separators(chosen->con_money.toLongLong())));
+}
+
+void con_ud_dlg::store(save_steps& save)
+{
+    change_instalment(save, chosen_, fields_.read(), give_up_cbb->code());
+}
+
+con_del_dlg::con_del_dlg(client& c, desk& at, QWidget* over)
+    : pledge_dialog{QStringLiteral("con_del_dlg"), c, at, over}, chosen_{chosen_in(c)}
+{
+    Image1->setText(QStringLiteral("삭제(&D)"));
+    Image1->setIcon(icon("eraser", colours().on_accent));
+    auto* what = new QLabel;
+    what->setObjectName(QStringLiteral("what_goes"));
+    open_with(QStringLiteral("약정액 삭제"),
+              below({what, new QLabel{QStringLiteral("정말 삭제 하시겠습니까?")}}),
+              [&] { what->setText(what_goes()); });
+    (new enter_walk{*this})->begin();
+    Image2->setFocus(); // so that it goes by a press that is meant
+}
+
+QString con_del_dlg::what_goes()
+{
+    const std::vector<instalment> of_day = instalments_of_day(c_.db_conn, chosen_);
+    const instalment* chosen = chosen_among(of_day, chosen_);
+    if (!chosen) {
+        close_to_saving(is_gone);
+        return {};
+    }
+    hint(QStringLiteral("삭제하면 총입금액을 다시 계산합니다. 되돌릴 수 없습니다."));
+    return QStringLiteral("입금일 %1\n입금액 %2원")
+        .arg(with_hyphens(chosen->con_date), with_separators(chosen->con_money.toLongLong()));
+}
+
+void con_del_dlg::store(save_steps& save)
+{
+    delete_instalment(save, chosen_);
+}
+
+} // namespace orvo

@@ -1,0 +1,111 @@
+#include "ui/save_dialog.h"
+
+#include "ui/controls.h"
+#include "ui/member_panels.h"
+
+#include <QLabel>
+
+namespace orvo {
+
+namespace {
+
+constexpr int least_width = 340; // pixels
+
+} // namespace
+
+save_dialog::save_dialog(const QString& name, client& c, desk& at, QWidget* over)
+    : dialog{name, c, over}, Image1{primary_button(QStringLiteral("Image1"), QStringLiteral("확인(&O)"),
+                                                   "save")},
+      Image2{button(QStringLiteral("Image2"), QStringLiteral("취소(&C)"), "x")}, desk_{at},
+      whose_{new QLabel}, fields_{new QWidget}, hint_{new QLabel}
+{
+    whose_->setObjectName(QStringLiteral("whose"));
+    hint_->setObjectName(QStringLiteral("hint"));
+    hint_->setForegroundRole(QPalette::PlaceholderText);
+    hint_->setWordWrap(true);
+    hint_->setAlignment(Qt::AlignTop);
+    hint_->setMinimumWidth(least_width);
+    hint_->setMinimumHeight(hint_->fontMetrics().lineSpacing() * 2); // so that no hint moves the buttons
+    on_click(Image1, [this] { press_ok(); });
+    connect(Image2, &QPushButton::clicked, this, [this] { reject(); });
+}
+
+void save_dialog::open(const QString& title, QLayout* fields, const std::function<void()>& load)
+{
+    fields->setContentsMargins(0, 0, 0, 0);
+    fields_->setLayout(fields);
+    lay_out(below(
+        {heading(title), whose_, fields_, hint_, line({static_cast<QWidget*>(nullptr), Image1, Image2})}));
+    if (!failures::guard(c_.say, failures::policy::report, load))
+        Image1->setEnabled(false);
+}
+
+void save_dialog::show_whose(const QString& member)
+{
+    whose_->setText(member);
+}
+
+void save_dialog::hint(const QString& sentence)
+{
+    hint_->setText(sentence);
+}
+
+void save_dialog::close_to_saving(const QString& why)
+{
+    hint(why);
+    fields_->setEnabled(false);
+    Image1->setEnabled(false);
+}
+
+void save_dialog::press_ok()
+{
+    const bool goes_on = is_begun();
+    if (!goes_on && !passes_checks())
+        return;
+    if (save_ && save_->is_in_doubt() && !wants_it_again())
+        return;
+    if (!goes_on)
+        save_.emplace(c_.db_conn);
+    if (!failures::guard(c_.say, failures::policy::report, [this] { store(*save_); }))
+        return hold_what_is_stored();
+    accept();
+    refresh_panels();
+}
+
+/// Given up half way, a save has changed something all the same.
+void save_dialog::reject()
+{
+    dialog::reject();
+    if (save_)
+        refresh_panels();
+}
+
+/// On its own: a panel that cannot be read does not bring a stored save back to be saved again.
+void save_dialog::refresh_panels()
+{
+    if (member_panels* panels = desk_.panels())
+        failures::guard(c_.say, failures::policy::report, [this, panels] { refresh(*panels); });
+}
+
+bool save_dialog::wants_it_again()
+{
+    refresh_panels(); // which stand behind this dialog and tell whether it was stored
+    return c_.say.ask(
+        {QStringLiteral("앞서 보낸 저장 요청이 처리되었는지 알 수 없습니다. 다시 저장하면 두 번 "
+                        "저장될 수 있습니다.\n\n회원관리 화면에서 먼저 확인하셨습니까?"),
+         QStringLiteral("확인"), sign::exclamation},
+        QStringLiteral("다시 저장"), QStringLiteral("그만두기"), answer::second);
+}
+
+/// What is stored can no longer be typed otherwise: it would look as if the next press stored that.
+void save_dialog::hold_what_is_stored()
+{
+    if (!is_begun())
+        return;
+    hint(QStringLiteral("저장하다가 중단되었습니다. 저장된 것: %1. 다시 누르면 나머지를 이어서 저장합니다.")
+             .arg(save_->stored().join(QStringLiteral(", "))));
+    fields_->setEnabled(false);
+    Image1->setFocus(Qt::OtherFocusReason);
+}
+
+} // namespace orvo

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "db/save_steps.h"
+#include "ui/desk.h"
+#include "ui/dialog.h"
+
+#include <optional>
+
+class QLabel;
+
+namespace orvo {
+
+/// A dialog that saves something of the open member: a heading, whose it is, what is asked, a quiet line, and
+/// two buttons. A save that broke half way goes on behind what is stored, by the same button.
+class save_dialog : public dialog {
+public:
+    save_dialog(const QString& name, client& c, desk& at, QWidget* over);
+
+protected:
+    QPushButton *Image1, *Image2;
+
+    /// Places the fields under the heading and lets `load` fill them; what could not be loaded is not saved.
+    void open(const QString& title, QLayout* fields, const std::function<void()>& load);
+    void show_whose(const QString& member);
+    /// Said quietly under the fields.
+    void hint(const QString& sentence);
+    /// Said instead of a save where the record is gone.
+    void close_to_saving(const QString& why);
+
+    /// Asks for what is missing before anything is stored.
+    virtual bool passes_checks() { return true; }
+    /// All steps of the save, from the first: those that are stored already are skipped.
+    virtual void store(save_steps& save) = 0;
+    /// Shows in the console what the save has changed.
+    virtual void refresh(member_panels& panels) = 0;
+    void reject() override;
+
+private:
+    desk& desk_;
+    QLabel* whose_;
+    QWidget* fields_;
+    QLabel* hint_;
+    std::optional<save_steps> save_;
+
+    bool is_begun() const { return save_ && !save_->stored().isEmpty(); }
+    void press_ok();
+    void refresh_panels();
+    bool wants_it_again();
+    void hold_what_is_stored();
+};
+
+} // namespace orvo
