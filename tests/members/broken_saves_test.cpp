@@ -1,5 +1,6 @@
 #include "db/schema/schema.h"
 #include "dues/rules/payments.h"
+#include "dues/rules/pledges.h"
 #include "dues/rules/yearly_dues.h"
 #include "support/a_new_member.h"
 #include "support/builders.h"
@@ -24,6 +25,28 @@ void store_a_year(connection& db)
     for (const qint64 paid : {20'000, 1'000})
         a_payment{of_2026.pers_no, of_2026.val_year, paid}.store_in(db);
 }
+
+/// A pledge and one instalment of it by number 1, not summed up.
+void store_an_instalment(connection& db)
+{
+    a_pledge{of_2026.pers_no, "20200101"}.store_in(db);
+    a_row{"contract_list"}
+        .with("con_date", "20260315")
+        .with("pers_no", of_2026.pers_no)
+        .with("con_money", 30'000)
+        .store_in(db);
+}
+
+/// As the dialog does: the first entry is the pledge.
+void enter_amount(connection& db, save_steps& steps)
+{
+    if (const auto pledge = find_pledge(db, of_2026.pers_no))
+        add_instalment(steps, of_2026.pers_no, pledge->con_day, {today, "5000"});
+    else
+        add_pledge(steps, of_2026.pers_no, "5000", today);
+}
+
+const chosen_instalment first_instalment{of_2026.pers_no, "20260315", "1"};
 
 /// A save of the association: what the register holds before, and its statements, the writes of which run
 /// under `steps`.
@@ -59,6 +82,18 @@ const std::vector<save_under_test>& saves()
          }},
         {"a payment is deleted", store_a_year,
          [](connection&, save_steps& steps) { delete_payment(steps, of_2026, "1"); }},
+        {"a pledge is made", [](connection&) {}, enter_amount},
+        {"an instalment is added", store_an_instalment, enter_amount},
+        {"an instalment is changed", store_an_instalment,
+         [](connection&, save_steps& steps) {
+             change_instalment(steps, first_instalment, {"20260315", "7000"}, "1");
+         }},
+        {"an instalment is deleted",
+         [](connection& db) {
+             store_an_instalment(db);
+             db.direct("update contract set con_money=30000");
+         },
+         [](connection&, save_steps& steps) { delete_instalment(steps, first_instalment); }},
     };
     return all;
 }
