@@ -16,34 +16,26 @@ private Q_SLOTS:
         fake_desk desk;
         for (const auto& [name, branch] : {std::pair{"1", 10}, {"2", 20}, {"3", 0}})
             a_member{name}.of_branch(branch).store_in(on.c.db_conn);
-        for (const QString year : // whose; of which year; changed on; paid
-             {"1 2026 20261122 1", "1 2020 20261120 1", "1 2021 20261119 0", "2 2026 20261122 1",
-              "2 2025 20261231 0", "3 2026 20261122 1"}) {
-            const QStringList of = year.split(u' ');
-            a_dues_year{of[0], of[1]}
-                .with("regi_date", of[2])
-                .with("incom_flag", of[3])
-                .store_in(on.c.db_conn);
-        }
+        on.c.db_conn.direct(
+            "insert into dues_h_tbl(pers_no,val_year,regi_date,incom_flag) values "
+            "('1','2026','20261122','1'),"
+            "('1','2020','20261120','1'),('1','2021','20261119','0'),('2','2026','20261122','1'),"
+            "('2','2025','20261231','0'),('3','2026','20261122','1')");
         a_member{"earlier"}.store_in(on.c.local_conn);
         const QString nobody = "찾으시는 회원이 없습니다.@yet_cbb";
-        for (const QStringList& row : QList<QStringList>{
-                 // branch; keys (E Enter, D Down, X Delete); said, and the field of the dialog; the copy then
-                 {"0", "E20271231EEEEEE", nobody, "earlier"}, // begins behind its end
-                 {"0", "EEEEXEEE", "회비 납입기간과 납입여부를 입력하세요@m2_cbb", "earlier"},
-                 {"0", "EEEEEEE", "", "1 2 3"},
-                 {"0", "E20261120EEEEEE", "", "1 1 2 3"}, // two years, twice in the list
-                 {"0", "20261119EEE20261231EEEDE", "", "1 2"},
-                 {"10", "20261101EEEEEEE", "", "1 1"}, // without those of no branch
-                 {"30", "20261101EEEEEEE", nobody, "1 1"}}) {
+        for (const QStringList& row :
+             QList<QStringList>{// branch; keys; said, and the field of the dialog; the copy then
+                                {"0", "E20271231EEEEEE", nobody, "earlier"}, // begins behind its end
+                                {"0", "EEEEXEEE", "회비 납입기간과 납입여부를 입력하세요@m2_cbb", "earlier"},
+                                {"0", "EEEEEEE", "", "1 2 3"},
+                                {"0", "E20261120EEEEEE", "", "1 1 2 3"}, // two years, twice in the list
+                                {"0", "20261119EEE20261231EEEDE", "", "1 2"},
+                                {"10", "20261101EEEEEEE", "", "1 1"}, // without those of no branch
+                                {"30", "20261101EEEEEEE", nobody, "1 1"}}) {
             on.c.session_branch = row[0];
             dues_search_dlg dlg{on.c, desk, nullptr};
             bring_up(dlg);
-            for (const QChar key : row[1])
-                key.isDigit() ? QTest::keyClick(dlg.focusWidget(), key.toLatin1())
-                              : QTest::keyClick(dlg.focusWidget(), key == 'E'   ? Qt::Key_Return
-                                                                   : key == 'D' ? Qt::Key_Down
-                                                                                : Qt::Key_Delete);
+            press_keys(dlg, row[1]);
             const QString field = dlg.isVisible() ? '@' + dlg.focusWidget()->objectName() : QString{};
             QCOMPARE(on.say.take_texts().join(u'|') + field, row[2]);
             QCOMPARE(std::exchange(desk.shown, {}).size(), field.isEmpty() ? 1 : 0);

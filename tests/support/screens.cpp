@@ -9,6 +9,8 @@
 #include <QRadioButton>
 #include <QTest>
 
+#include <map>
+
 namespace orvo {
 
 int run_screen_tests(QObject& tests, int argc, char** argv)
@@ -26,6 +28,17 @@ void bring_up(QWidget& window, int width, int height)
     window.activateWindow();
     if (!QTest::qWaitForWindowActive(&window))
         throw std::logic_error{"the window does not come up"};
+}
+
+void press_keys(const QWidget& window, const QString& keys)
+{
+    static const std::map<char, Qt::Key> named{
+        {'E', Qt::Key_Return}, {'T', Qt::Key_Tab}, {'D', Qt::Key_Down}, {'X', Qt::Key_Delete}};
+    for (const char key : keys.toLatin1())
+        if (const auto found = named.find(key); found != named.end())
+            QTest::keyClick(window.focusWidget(), found->second);
+        else
+            QTest::keyClick(window.focusWidget(), key);
 }
 
 QString shown_by(const QObject& one)

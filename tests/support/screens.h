@@ -14,6 +14,9 @@ int run_screen_tests(QObject& tests, int argc, char** argv);
 /// Shows a window at that size and waits until it hears the keyboard.
 void bring_up(QWidget& window, int width = 0, int height = 0);
 
+/// Keys on whatever field has the focus: Enter, Tab, Down and Delete as E, T, D and X, others as they are.
+void press_keys(const QWidget& window, const QString& keys);
+
 /// What a field, list, check box or label shows; a checked box or option is "1".
 QString shown_by(const QObject& one);
 

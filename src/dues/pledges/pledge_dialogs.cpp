@@ -80,7 +80,8 @@ void con_in_dlg::show_pledge()
     if (!pledge_)
         // The day typed is that of no payment: a pledge is made on the day on which it is entered.
         return hint(
-            QStringLiteral("이 회원은 약정이 없습니다. 이 금액을 오늘(%1) 약정한 금액으로 등록합니다.")
+            QStringLiteral(
+                "이 회원은 약정이 없습니다. 오늘(%1) 약정한 금액으로 등록하며, 입금일은 쓰지 않습니다.")
                 .arg(with_hyphens(c_.today())));
     hint(QStringLiteral("%1에 약정한 %2원의 입금으로 저장합니다. 미수금액 %3원%4")
              .arg(with_hyphens(pledge_->con_day), with_separators(pledge_->con_amount),
@@ -152,7 +153,8 @@ void con_ud_dlg::show_instalment()
         return close_to_saving(is_gone);
     fields_.show(of_day.front());
     if (chosen != &of_day.front())
-        hint(QStringLiteral("같은 날의 입금이 %1건입니다. 선택한 내역의 현재 입금액은 %2원입니다.")
+        hint(QStringLiteral(
+                 "같은 날의 입금이 %1건이라 첫 번째의 금액이 보입니다. 선택한 내역은 현재 %2원입니다.")
                  .arg(of_day.size())
                  .arg(with_separators(chosen->con_money.toLongLong())));
 }
