@@ -13,10 +13,10 @@ constexpr int least_width = 340; // pixels
 
 } // namespace
 
-save_dialog::save_dialog(const QString& name, client& c, desk& at, QWidget* over)
+save_dialog::save_dialog(const QString& name, client& c, desk& at, QWidget* over, failures::policy how)
     : dialog{name, c, over}, Image1{primary_button(QStringLiteral("Image1"), QStringLiteral("확인(&O)"),
                                                    "save")},
-      Image2{button(QStringLiteral("Image2"), QStringLiteral("취소(&C)"), "x")}, desk_{at},
+      Image2{button(QStringLiteral("Image2"), QStringLiteral("취소(&C)"), "x")}, desk_{at}, how_{how},
       whose_{new QLabel}, fields_{new QWidget}, hint_{new QLabel}
 {
     whose_->setObjectName(QStringLiteral("whose"));
@@ -62,11 +62,11 @@ void save_dialog::press_ok()
     const bool goes_on = is_begun();
     if (!goes_on && !passes_checks())
         return;
-    if (save_ && save_->is_in_doubt() && !wants_it_again())
+    if (save_ && !has_looked())
         return;
     if (!goes_on)
         save_.emplace(c_.db_conn);
-    if (!failures::guard(c_.say, failures::policy::report, [this] { store(*save_); }))
+    if (!failures::guard(c_.say, how_, [this] { store(*save_); }))
         return hold_what_is_stored();
     accept();
     refresh_panels();
@@ -87,14 +87,11 @@ void save_dialog::refresh_panels()
         failures::guard(c_.say, failures::policy::report, [this, panels] { refresh(*panels); });
 }
 
-bool save_dialog::wants_it_again()
+bool save_dialog::has_looked()
 {
-    refresh_panels(); // which stand behind this dialog and tell whether it was stored
-    return c_.say.ask(
-        {QStringLiteral("앞서 보낸 저장 요청이 처리되었는지 알 수 없습니다. 다시 저장하면 두 번 "
-                        "저장될 수 있습니다.\n\n회원관리 화면에서 먼저 확인하셨습니까?"),
-         QStringLiteral("확인"), sign::exclamation},
-        QStringLiteral("다시 저장"), QStringLiteral("그만두기"), answer::second);
+    if (save_->is_in_doubt())
+        refresh_panels(); // which stand behind this dialog and tell whether it was stored
+    return may_go_on(*save_);
 }
 
 /// What is stored can no longer be typed otherwise: it would look as if the next press stored that.

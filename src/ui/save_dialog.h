@@ -14,7 +14,9 @@ namespace orvo {
 /// two buttons. A save that broke half way goes on behind what is stored, by the same button.
 class save_dialog : public dialog {
 public:
-    save_dialog(const QString& name, client& c, desk& at, QWidget* over);
+    /// `how`: what becomes of a save that fails before anything of it is stored.
+    save_dialog(const QString& name, client& c, desk& at, QWidget* over,
+                failures::policy how = failures::policy::report);
 
 protected:
     QPushButton *Image1, *Image2;
@@ -37,6 +39,7 @@ protected:
 
 private:
     desk& desk_;
+    const failures::policy how_;
     QLabel* whose_;
     QWidget* fields_;
     QLabel* hint_;
@@ -45,7 +48,7 @@ private:
     bool is_begun() const { return save_ && !save_->stored().isEmpty(); }
     void press_ok();
     void refresh_panels();
-    bool wants_it_again();
+    bool has_looked();
     void hold_what_is_stored();
 };
 

@@ -124,7 +124,7 @@ private Q_SLOTS:
               "dues_ud;2025;;con_in_m_cbb b_in_m_cbb str_txt;03 03- 30,000",
               "mem_ud;;;hint Image1;이 년도의 회비가 등록되어 있지 않습니다. -",
               "dues_del;2025;;what_goes;본회입금일 2025-03-15\n지회입금일 2025-03-15\n입금액 30,000원",
-              "mem_del;2025;;who what_goes;김영희 (900101)  ·  2025년 총회비 50,000원, 미수금 -5,000원\n"
+              "mem_del;2025;;whose what_goes;김영희 (900101)  ·  2025년 총회비 50,000원, 미수금 -5,000원\n"
               "입금 1건, 합계 30,000원"}) {
             at.c.cur_val_year = row.section(u';', 1, 1);
             at.open(row.section(u';', 0, 0));
