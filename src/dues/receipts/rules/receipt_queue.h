@@ -1,0 +1,46 @@
+#pragma once
+
+#include "db/connection.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace orvo {
+
+/// A row of the workstation's print queue, ready to be printed: one page.
+struct receipt {
+    QString pers_no;
+    qint64 dues_id = 0;
+    QString pers_name;
+    QString code_post;    ///< "123-456"
+    QString company_name; ///< of a receipt that goes to the workplace
+    QString pers_add;     ///< where it goes
+    QString pers_call;    ///< the title for the address
+    qint64 pres_money = 0;
+    QString mem_kind;
+    QString lic_no;
+    QString branch_name;
+    qint64 code_member = 0;
+    QString in_date; ///< "2026    03   15": the gaps are those of year, month and day marks in print
+};
+
+/// The queue while a search fills it: empty at first. Stands inside a transaction of the local file.
+class receipt_queue {
+public:
+    explicit receipt_queue(connection& local);
+    void add(const receipt& one);
+
+private:
+    repeated_write insert_;
+};
+
+/// Takes receipts out of the queue, by member: all rows of each of them go, however many there are. All or
+/// nothing.
+void take_out_members(connection& local, const QStringList& pers_nos);
+
+/// The queue in the order in which it was filled.
+std::vector<receipt> queued_receipts(connection& local);
+
+} // namespace orvo
