@@ -10,6 +10,8 @@ public:
     explicit new_file(const QString& path);
 
     void write(const char* bytes, qint64 count);
+    /// For who writes into a device; what goes wrong there is thrown by finish().
+    QIODevice& device() { return file_; }
     /// Brings it to the disk and gives it its name.
     void finish();
 

@@ -1,10 +1,13 @@
 #include "shell/openers.h"
 
 #include "dues/pledges/pledge_dialogs.h"
-#include "dues/search/dues_search_dlg.h"
+#include "dues/receipts/screens/dues_receipt_dlg.h"
+#include "dues/receipts/screens/pers_receipt_dlg.h"
+#include "dues/receipts/screens/receipt_dsg.h"
 #include "dues/screens/delete_dialogs.h"
 #include "dues/screens/header_dialogs.h"
 #include "dues/screens/payment_dialogs.h"
+#include "dues/search/dues_search_dlg.h"
 #include "members/screens/insert_frm.h"
 #include "members/screens/manager_main_frm.h"
 #include "members/screens/search_dlg.h"
@@ -52,6 +55,11 @@ openers all_openers()
     all.dialogs[QStringLiteral("con_ud_dlg")] = run_dialog<con_ud_dlg>;
     all.dialogs[QStringLiteral("con_del_dlg")] = run_dialog<con_del_dlg>;
     all.dialogs[QStringLiteral("dues_search_dlg")] = run_dialog<dues_search_dlg>;
+    all.dialogs[QStringLiteral("pers_receipt_dlg")] = run_dialog<pers_receipt_dlg>;
+    all.dialogs[QStringLiteral("dues_receipt_dlg")] = run_dialog<dues_receipt_dlg>;
+    all.dialogs[QStringLiteral("receipt_dsg")] = [](client& c, desk&, QWidget* over) {
+        receipt_dsg{c, over}.exec();
+    };
     for (const code_editor& each : code_editors())
         all.dialogs[QString::fromLatin1(each.dialog)] = [&each](client& c, desk& at, QWidget* over) {
             make_code_editor(each, c, at, over)->exec();

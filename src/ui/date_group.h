@@ -6,6 +6,7 @@
 #include <QDateTime>
 
 #include <functional>
+#include <utility>
 
 namespace orvo {
 

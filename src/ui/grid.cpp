@@ -52,6 +52,8 @@ public:
         if (at.row() >= static_cast<int>(rows_.size()))
             return {};
         const grid_row& row = rows_[static_cast<std::size_t>(at.row())];
+        if (columns_[column].ticks)
+            return tick(row, role);
         if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
             return row.cells.value(at.column());
         return role == Qt::UserRole ? row.key : QVariant{};
@@ -90,9 +92,26 @@ public:
         Q_EMIT layoutChanged();
     }
 
+    /// One message for all of them.
+    void set_ticks(const std::vector<int>& at, bool ticked)
+    {
+        for (const int each : at)
+            rows_[static_cast<std::size_t>(each)].cells[0] = ticked ? u'1' : u'0';
+        const auto [first, last] = std::minmax_element(at.begin(), at.end());
+        Q_EMIT dataChanged(index(*first, 0), index(*last, 0));
+    }
+
 private:
     std::vector<grid_column> columns_;
     std::vector<grid_row> rows_;
+
+    static QVariant tick(const grid_row& row, int role)
+    {
+        const bool is_ticked = row.cells.value(0) == QLatin1String("1");
+        if (role == Qt::CheckStateRole)
+            return is_ticked ? Qt::Checked : Qt::Unchecked;
+        return role == Qt::UserRole ? row.key : QVariant{};
+    }
 
     static qint64 value_of(QString shown) { return whole_part(shown.remove(u',')); }
 
@@ -131,6 +150,11 @@ grid::grid(const QString& name, std::vector<grid_column> columns, client& c)
     setSortingEnabled(true);
     horizontalHeader()->setSortIndicatorClearable(false);
     restore_widths(columns);
+    if (has_ticks())
+        connect(this, &QTableView::clicked, this, [this](const QModelIndex& at) {
+            if (is_filled(at.row()))
+                model_->set_ticks({at.row()}, !is_ticked(at.row()));
+        });
     fill({});
 }
 
@@ -213,6 +237,28 @@ void grid::follow(QLineEdit* field)
     });
 }
 
+void grid::on_tick(std::function<void()> ticked)
+{
+    connect(model_, &QAbstractItemModel::dataChanged, this, std::move(ticked));
+}
+
+bool grid::has_ticks() const
+{
+    return model_->columns().front().ticks;
+}
+
+void grid::flip_chosen()
+{
+    const int in_use = chosen_row();
+    if (in_use < 0)
+        return;
+    std::vector<int> chosen{in_use};
+    for (const QModelIndex& each : selectionModel()->selectedRows())
+        if (each.row() < filled_rows())
+            chosen.push_back(each.row());
+    model_->set_ticks(chosen, !is_ticked(in_use));
+}
+
 void grid::copy_chosen() const
 {
     QModelIndexList chosen = selectionModel()->selectedRows();
@@ -241,6 +287,8 @@ void grid::keyPressEvent(QKeyEvent* event)
         return copy_chosen();
     if (calls_menu(*this, *event))
         return;
+    if (event->key() == Qt::Key_Space && has_ticks())
+        return flip_chosen();
     const bool is_enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const int before = chosen_row();
     // A table that got the focus by key stands on its first row without having chosen it.

@@ -21,6 +21,7 @@ struct grid_column {
     int width = 80;         ///< pixels at 100 %
     bool is_number = false; ///< right-aligned, and sorted by value
     bool fills = false;     ///< takes the width that is left; one column of a grid does
+    bool ticks = false;     ///< the first column may be one of boxes: "1" is ticked, "0" is not
 };
 
 /// The read-only table of the screens: captions, the rows, and one row that stays empty below them, on which
@@ -45,6 +46,11 @@ public:
     bool is_filled(int at) const;
     QString cell(int at, int column) const;
     QVariant key(int at) const;
+    /// Where the first column ticks, a click flips its row; Space flips the row in use, and all chosen rows
+    /// the same way.
+    bool is_ticked(int at) const { return cell(at, 0) == QLatin1String("1"); }
+    /// Called when the operator has flipped ticks.
+    void on_tick(std::function<void()> ticked);
     /// The rows in the order shown, for as long as they stay. The empty one is not among them.
     text_table as_table() const;
 
@@ -72,6 +78,8 @@ private:
     std::function<void(int)> chosen_;
     std::function<void(int)> picked_;
 
+    bool has_ticks() const;
+    void flip_chosen();
     void copy_chosen() const;
     void restore_widths(const std::vector<grid_column>& columns);
 };

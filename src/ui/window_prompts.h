@@ -6,7 +6,8 @@
 
 namespace orvo {
 
-inline const QString program_title = QStringLiteral("오르보협회 회원관리 프로그램");
+inline const QString association_name = QStringLiteral("오르보협회");
+inline const QString program_title = association_name + QStringLiteral(" 회원관리 프로그램");
 
 /// The boxes of the running program.
 class window_prompts : public prompts {

@@ -56,15 +56,16 @@ void take_out_members(connection& local, const QStringList& pers_nos)
     all_or_nothing.commit();
 }
 
-std::vector<receipt> queued_receipts(connection& local)
+std::vector<receipt> queued_receipts(connection& local, int year_of_printing)
 {
+    const QString valid_until = QString::number(year_of_printing) + QStringLiteral("-12-31");
     std::vector<receipt> all;
     for (const auto row : local.read("select * from print_tbl"))
         all.push_back({row.text("pers_no"), row.number("dues_id"), row.text("pers_name"),
                        row.text("code_post"), row.text("company_name"), row.text("pers_add"),
                        row.text("pers_call"), row.number("pres_money"), row.text("mem_kind"),
                        row.text("lic_no"), row.text("branch_name"), row.number("code_member"),
-                       row.text("in_date")});
+                       row.text("in_date"), valid_until});
     return all;
 }
 

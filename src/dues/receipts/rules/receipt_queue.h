@@ -24,6 +24,7 @@ struct receipt {
     QString branch_name;
     qint64 code_member = 0;
     QString in_date; ///< "2026    03   15": the gaps are those of year, month and day marks in print
+    QString valid_until; ///< of the printed page alone
 };
 
 /// The queue while a search fills it: empty at first. Stands inside a transaction of the local file.
@@ -40,7 +41,8 @@ private:
 /// nothing.
 void take_out_members(connection& local, const QStringList& pers_nos);
 
-/// The queue in the order in which it was filled.
-std::vector<receipt> queued_receipts(connection& local);
+/// The queue in the order in which it was filled. Membership is stated to be valid to the end of the year of
+/// printing, whatever year was paid for.
+std::vector<receipt> queued_receipts(connection& local, int year_of_printing);
 
 } // namespace orvo
