@@ -50,10 +50,12 @@ trap 'rm -rf "$work"' EXIT
 sizes=(10000 50000 100000 200000)
 one_percent=고 some=김 all=%
 searches=("$one_percent:25" "$some:15" "$all:11")
-rounds=4 searches_of_growth=5 clicks=100 starts=20 peaks=3 files=9 openings=10 registrations=50
+rounds=4 searches_of_growth=5 clicks=100 starts=20 peaks=3 files=9
+openings=10 registrations=50 queues=3 pdfs=5
 if $quick; then
     searches=("$one_percent:3" "$some:2" "$all:1")
-    rounds=1 searches_of_growth=2 clicks=40 starts=4 peaks=1 files=1 openings=4 registrations=10
+    rounds=1 searches_of_growth=2 clicks=40 starts=4 peaks=1 files=1
+    openings=4 registrations=10 queues=1 pdfs=1
 fi
 
 say() { echo "$(date +%T) $*" >&2; }
@@ -135,6 +137,12 @@ registrations() { # engine
     [[ -z $postmaster ]] || taskset -cp "$processors" "$postmaster" >/dev/null
 }
 
+receipts() { # engine files
+    say "receipts, $1"
+    move_in "$1" 100000
+    "$bin/bench_receipts" "$1" 100000 "$work" "$queues" "$2" >>"$samples.new"
+}
+
 measure() { # engine
     local engine=$1 members round
     local -a order=("${sizes[@]}")
@@ -170,6 +178,7 @@ engines=(embedded)
 $embedded_only || engines+=(postgresql)
 for engine in "${engines[@]}"; do
     measure "$engine"
+    receipts "$engine" "$([[ $engine == embedded ]] && echo "$pdfs" || echo 0)"
 done
 mv "$samples.new" "$samples"
 

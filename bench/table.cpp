@@ -194,6 +194,28 @@ void print_growth(const std::string& engine, const char* what, const std::string
               text("exponent %.2f", slope), text("at most %.1f", most), slope <= most);
 }
 
+void print_receipt_queue(const std::string& engine)
+{
+    const auto& client = found_of(engine, large_register, "receipt_queue", "client");
+    if (client.empty())
+        return print_missing("a receipt queue, " + engine);
+    const auto& [found, times] = *client.begin();
+    print_row("a receipt queue of " + thousands(found) + " payments to page 1, " + engine,
+              spread(times, "ms"), "", "", "30 s", median(times) <= 30'000);
+}
+
+void print_receipt_pdf()
+{
+    const auto& client = found_of("embedded", large_register, "receipt_pdf", "client");
+    const auto& floor = found_of("embedded", large_register, "receipt_pdf", "floor");
+    if (client.empty() || floor.empty())
+        return print_missing("a PDF of receipts");
+    const auto& [pages, times] = *client.begin();
+    const double ratio = median(times) / median(floor.at(pages));
+    print_row("a PDF of " + thousands(pages) + " receipts", spread(times, "ms"),
+              spread(floor.at(pages), "ms"), text("%.2f", ratio), "1.5 times", ratio <= 1.5);
+}
+
 void print_notes(const std::string& engine)
 {
     for (const char* what : {"click_worked", "page_worked"})
@@ -241,6 +263,9 @@ int main(int argc, char** argv)
     print_start();
     print_file("workbook", "a workbook", "floor");
     print_file("csv", "a CSV", "codec");
+    for (const std::string& each : engines)
+        print_receipt_queue(each);
+    print_receipt_pdf();
     for (const std::string& each : engines)
         print_peak(each);
     for (const std::string& each : engines) {
