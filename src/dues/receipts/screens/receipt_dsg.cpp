@@ -151,8 +151,12 @@ void receipt_dsg::print()
     const page_range which =
         is_part ? page_range{printer.fromPage(), std::min(printer.toPage(), view->page_count())}
                 : page_range{1, view->page_count()};
-    receipt_progress follow{this, QStringLiteral("인쇄하고 있습니다..."), which.last - which.first + 1};
-    print_receipts(printer, all_, which, &follow);
+    const int count = which.last - which.first + 1;
+    {
+        receipt_progress follow{this, QStringLiteral("인쇄하고 있습니다..."), count};
+        print_receipts(printer, all_, which, &follow);
+    }
+    c_.say.note(QStringLiteral("영수증 %1장을 프린터로 보냈습니다.").arg(with_separators(count)));
 }
 
 void receipt_dsg::write_pdf()

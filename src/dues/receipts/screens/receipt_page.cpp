@@ -137,16 +137,14 @@ void draw_address(sheet& page, const receipt& one)
     page.across(22.5, left, right);
     constexpr int wrapped = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap;
     QRectF rest = address_place;
-    rest.setHeight(13.5);
-    const double address_height = page.text(rest, one.pers_add, {10.5, face::sans, false, wrapped});
-    rest.translate(0, address_height);
-    rest.setHeight(18.5 - address_height); // a long name may have what the address leaves
-    rest.translate(0, page.text(rest, one.company_name, {10.5, face::sans, false, wrapped}) + 0.5);
-    rest.setHeight(6);
+    rest.setHeight(17); // a long address and a long name share it
+    const QString workplace = one.company_name.isEmpty() ? QString{} : u'\n' + one.company_name;
+    rest.translate(0, page.text(rest, one.pers_add + workplace, {10.5, face::sans, false, wrapped}) + 0.5);
+    rest.setHeight(7);
     page.text(rest, one.pers_name + u' ' + one.pers_call, {13, face::sans, true});
-    rest.translate(0, 6.5);
-    rest.setHeight(4.5);
-    page.text(rest, one.code_post, {11});
+    rest.translate(0, 7);
+    rest.setHeight(5.5);
+    page.text(rest, one.code_post, {10.5});
     for (const double y : {fold, 2 * fold}) { // where to fold, at the edges
         page.across(y, 4, 8);
         page.across(y, 202, 206);

@@ -16,8 +16,11 @@ bool receipt_progress::go_on(qint64 so_far)
         return true;
     if (!sign_)
         sign_ = std::make_unique<wait_sign>(over_);
-    const QString place = all_ > 0 ? with_separators(so_far) + QStringLiteral(" / ") + with_separators(all_)
-                                   : with_separators(so_far) + QStringLiteral("장");
+    QString place;
+    if (all_ > 0)
+        place = with_separators(so_far) + QStringLiteral(" / ") + with_separators(all_);
+    else if (so_far > 0)
+        place = with_separators(so_far) + QStringLiteral("장");
     return sign_->show_wait(text_ + u' ' + place, true);
 }
 
