@@ -4,9 +4,11 @@
 #include "files/new_file.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrinter>
+#include <QScopeGuard>
 
 namespace orvo {
 
@@ -51,7 +53,13 @@ void print_receipts(QPrinter& to, const std::vector<receipt>& all, page_range wh
     set_up(to);
     to.setFullPage(true);
     to.setDocName(QStringLiteral("영수증"));
+    // A part of the run, printed into a file, would pass for the whole.
+    auto leftover = qScopeGuard([name = to.outputFileName()] {
+        if (!name.isEmpty())
+            QFile::remove(name);
+    });
     paint_pages(to, all, which, follow, [&to] { to.abort(); });
+    leftover.dismiss();
 }
 
 void write_receipts(const QString& path, const std::vector<receipt>& all, progress* follow)
