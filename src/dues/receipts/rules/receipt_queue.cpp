@@ -1,51 +1,98 @@
 #include "dues/receipts/rules/receipt_queue.h"
 
-#include <array>
+#include <deque>
 
 namespace orvo {
 
 namespace {
 
-/// One text for both kinds of address: the name of a workplace is empty in a row with the home address.
-constexpr std::string_view insert_text = "insert into print_tbl("
-                                         "pers_no,dues_id,"
-                                         "pers_name,code_post,company_name,"
-                                         "pers_add,pers_call,"
-                                         "pres_money,mem_kind,"
-                                         "lic_no,branch_name,"
-                                         "code_member,in_date"
-                                         ") values ("
-                                         "'{pers_no}','{dues_id}',"
-                                         "'{pers_name}','{code_post}','{company_name}',"
-                                         "'{pers_add}','{pers_call}',"
-                                         "'{pres_money}','{mem_kind}',"
-                                         "'{lic_no}','{branch_name}',"
-                                         "'{code_member}','{in_date}')";
+constexpr std::string_view home_text = "insert into print_tbl("
+                                       "pers_no,dues_id,"
+                                       "pers_name,code_post,"
+                                       "pers_add,pers_call,"
+                                       "pres_money,mem_kind,"
+                                       "lic_no,branch_name,"
+                                       "code_member,in_date"
+                                       ") values ("
+                                       "'{pers_no}','{dues_id}',"
+                                       "'{pers_name}','{code_post}',"
+                                       "'{pers_add}','{pers_call}',"
+                                       "'{pres_money}','{mem_kind}',"
+                                       "'{lic_no}','{branch_name}',"
+                                       "'{code_member}','{in_date}')";
+
+constexpr std::string_view workplace_text = "insert into print_tbl("
+                                            "pers_no,dues_id,"
+                                            "pers_name,code_post,company_name,"
+                                            "pers_add,pers_call,"
+                                            "pres_money,mem_kind,"
+                                            "lic_no,branch_name,"
+                                            "code_member,in_date"
+                                            ") values ("
+                                            "'{pers_no}','{dues_id}',"
+                                            "'{pers_name}','{code_post}','{company_name}',"
+                                            "'{pers_add}','{pers_call}',"
+                                            "'{pres_money}','{mem_kind}',"
+                                            "'{lic_no}','{branch_name}',"
+                                            "'{code_member}','{in_date}')";
+
+/// The fields of a row in the order of its insert.
+class row_fields {
+public:
+    void add(const QString& text)
+    {
+        const QByteArray& bytes = texts_.emplace_back(text.toUtf8());
+        fields_.push_back(
+            cell::of(std::string_view{bytes.constData(), static_cast<std::size_t>(bytes.size())}));
+    }
+    void add(qint64 number) { fields_.push_back(cell::of(number)); }
+    void write_by(repeated_write& insert) const { insert(fields_); }
+
+private:
+    std::deque<QByteArray> texts_; // the cells look into them
+    std::vector<cell> fields_;
+};
+
+void insert_receipt(repeated_write& insert, const receipt& one, bool with_workplace)
+{
+    row_fields row;
+    row.add(one.pers_no);
+    row.add(one.dues_id);
+    row.add(one.pers_name);
+    row.add(one.code_post);
+    if (with_workplace)
+        row.add(one.company_name);
+    for (const QString& text : {one.pers_add, one.pers_call})
+        row.add(text);
+    row.add(one.pres_money);
+    for (const QString& text : {one.mem_kind, one.lic_no, one.branch_name})
+        row.add(text);
+    row.add(one.code_member);
+    row.add(one.in_date);
+    row.write_by(insert);
+}
 
 repeated_write emptied(connection& local)
 {
     local.write("delete from print_tbl");
-    return local.repeat(insert_text);
+    return local.repeat(home_text);
 }
 
 } // namespace
 
-receipt_queue::receipt_queue(connection& local) : insert_{emptied(local)} {}
-
-void receipt_queue::add(const receipt& one)
+receipt_queue::receipt_queue(connection& local)
+    : insert_home_{emptied(local)}, insert_workplace_{local.repeat(workplace_text)}
 {
-    const std::array texts{one.pers_no.toUtf8(),      one.pers_name.toUtf8(), one.code_post.toUtf8(),
-                           one.company_name.toUtf8(), one.pers_add.toUtf8(),  one.pers_call.toUtf8(),
-                           one.mem_kind.toUtf8(),     one.lic_no.toUtf8(),    one.branch_name.toUtf8(),
-                           one.in_date.toUtf8()};
-    const auto text = [&](std::size_t at) {
-        return cell::of(std::string_view{texts[at].constData(), static_cast<std::size_t>(texts[at].size())});
-    };
-    const std::array fields{
-        text(0), cell::of(one.dues_id),    text(1), text(2), text(3), text(4),
-        text(5), cell::of(one.pres_money), text(6), text(7), text(8), cell::of(one.code_member),
-        text(9)};
-    insert_(fields);
+}
+
+void receipt_queue::add_to_home(const receipt& one)
+{
+    insert_receipt(insert_home_, one, false);
+}
+
+void receipt_queue::add_to_workplace(const receipt& one)
+{
+    insert_receipt(insert_workplace_, one, true);
 }
 
 void take_out_members(connection& local, const QStringList& pers_nos)

@@ -23,7 +23,7 @@ struct receipt {
     QString lic_no;
     QString branch_name;
     qint64 code_member = 0;
-    QString in_date; ///< "2026    03   15": the gaps are those of year, month and day marks in print
+    QString in_date;     ///< "2026    03   15": the gaps are those of year, month and day marks in print
     QString valid_until; ///< of the printed page alone
 };
 
@@ -31,10 +31,13 @@ struct receipt {
 class receipt_queue {
 public:
     explicit receipt_queue(connection& local);
-    void add(const receipt& one);
+    /// A receipt for the home address, whose workplace stays empty.
+    void add_to_home(const receipt& one);
+    void add_to_workplace(const receipt& one);
 
 private:
-    repeated_write insert_;
+    repeated_write insert_home_;
+    repeated_write insert_workplace_;
 };
 
 /// Takes receipts out of the queue, by member: all rows of each of them go, however many there are. All or

@@ -109,7 +109,7 @@ private:
             made.branch_name = row.text("branch_name");
             made.code_member = row.number("code_member");
             made.in_date = gapped(day);
-            queue_.add(made);
+            to_workplace ? queue_.add_to_workplace(made) : queue_.add_to_home(made);
             listed_.push_back({made.pers_no, made.pers_name, day});
         }
     }
@@ -196,11 +196,6 @@ std::optional<listed_receipts> queue_receipts(connection& db, connection& local,
 rows receipt_member_kinds(connection& db)
 {
     return db.read("select code_member,mem_kind from money_member order by code_member asc");
-}
-
-rows receipt_places(connection& local)
-{
-    return local.read("select * from receipt_place");
 }
 
 } // namespace orvo

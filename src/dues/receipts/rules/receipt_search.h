@@ -53,8 +53,7 @@ std::optional<listed_receipts> queue_receipts(
     connection& db, connection& local, const period_receipts& wanted, progress* follow = nullptr,
     const std::function<void()>& found_some = [] {});
 
-/// The member kinds, and the places of payment, that the searches offer.
+/// The member kinds that the search offers.
 rows receipt_member_kinds(connection& db);
-rows receipt_places(connection& local);
 
 } // namespace orvo

@@ -1,4 +1,5 @@
 #include "dues/receipts/screens/dues_receipt_dlg.h"
+#include "dues/rules/payments.h"
 
 #include <QLabel>
 
