@@ -22,5 +22,9 @@ if [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; then
     exec build/bin/orvo "$@"
 fi
 echo "There is no display: walking through the screens on a virtual one."
+# The walk registers a member: on a copy, so that it can be walked again.
+rm -rf build/tour-register
+cp -r "$demo" build/tour-register
+export ORVO_HOME=$PWD/build/tour-register
 scripts/with_screen.sh build/bin/orvo_tour --out build/tour
 echo "The pictures are in build/tour/, numbered in the order of the walk."

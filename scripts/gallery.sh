@@ -9,13 +9,21 @@ cd "$(dirname "$0")/.."
 home=$build/gallery-register
 gallery=$build/gallery
 rm -rf "$home" "$gallery"
-"$build/bin/orvo_db" --home "$home" demo --members 2000 --seed 1 --today 20261122 >/dev/null
-export ORVO_HOME=$home
+"$build/bin/orvo_db" --home "$home/made" demo --members 2000 --seed 1 --today 20261122 >/dev/null
+export ORVO_HOME=$home/walked
 
-ORVO_THEME=light scripts/with_screen.sh "$build/bin/orvo_tour" --out "$gallery/light"
-ORVO_THEME=dark scripts/with_screen.sh "$build/bin/orvo_tour" --out "$gallery/dark"
+# Each walk changes the register, and has a copy of its own.
+walk() { # folder of the pictures, command in front of the walk...
+    local out=$1
+    shift
+    rm -rf "$ORVO_HOME"
+    cp -r "$home/made" "$ORVO_HOME"
+    "$@" "$build/bin/orvo_tour" --out "$gallery/$out"
+}
+ORVO_THEME=light walk light scripts/with_screen.sh
+ORVO_THEME=dark walk dark scripts/with_screen.sh
 # A screen of that size is beyond the virtual one: each window is drawn for itself.
-ORVO_THEME=light QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=2 "$build/bin/orvo_tour" --out "$gallery/light-200"
+ORVO_THEME=light QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=2 walk light-200
 
 {
     echo '<!doctype html><meta charset="utf-8"><title>Gallery</title>'

@@ -2,6 +2,8 @@
 #include "dues/rules/payments.h"
 #include "dues/rules/pledges.h"
 #include "dues/rules/yearly_dues.h"
+#include "members/rules/member_update.h"
+#include "members/rules/workplaces.h"
 #include "support/a_new_member.h"
 #include "support/builders.h"
 #include "support/engines.h"
@@ -48,12 +50,40 @@ void enter_amount(connection& db, save_steps& steps)
 
 const chosen_instalment first_instalment{of_2026.pers_no, "20260315", "1"};
 
+/// Rows in all tables that a change or a deletion of the member goes through.
+void store_everything(connection& db)
+{
+    store_a_year(db);
+    store_an_instalment(db);
+    a_workplace{of_2026.pers_no}.store_in(db);
+    for (const char* table : {"id_tbl", "supplement", "std_h_tbl", "std_b_tbl", "have_lic_tbl"})
+        a_row{table}.with("pers_no", of_2026.pers_no).store_in(db);
+}
+
+/// Another number and branch, so that every statement leaves a trace.
+void change_everything(connection&, save_steps& steps)
+{
+    test_register workstation{engine::embedded};
+    connection local = workstation.connect(database::local);
+    member_data typed = a_new_member().member;
+    typed.pers_no1 = QStringLiteral("900102");
+    typed.code_bran = QStringLiteral("30");
+    update_member(steps, local, of_2026.pers_no, edited_columns(typed, today), "kim", "secret");
+}
+
+void move_to_the_second_workplace(connection&, save_steps& steps)
+{
+    change_workplace(steps, of_2026.pers_no, "2",
+                     workplace_columns(of_2026.pers_no, a_new_member().workplace, today));
+}
+
 /// A save of the association: what the register holds before, and its statements, the writes of which run
 /// under `steps`.
 struct save_under_test {
     const char* name;
     std::function<void(connection&)> prepare;
     std::function<void(connection&, save_steps& steps)> run;
+    qsizetype on_workstation = 0; ///< steps behind the first that go to the workstation's own file
 };
 
 const std::vector<save_under_test>& saves()
@@ -80,6 +110,10 @@ const std::vector<save_under_test>& saves()
          [](connection&, save_steps& steps) {
              add_payment(steps, of_2026, "20", {"20261121", "", "10000", "1"}, today);
          }},
+        {"a payment is changed", store_a_year,
+         [](connection&, save_steps& steps) {
+             change_payment(steps, of_2026, "1", {"20261121", "", "10000", "2"}, today);
+         }},
         {"a payment is deleted", store_a_year,
          [](connection&, save_steps& steps) { delete_payment(steps, of_2026, "1"); }},
         {"a pledge is made", [](connection&) {}, enter_amount},
@@ -94,6 +128,19 @@ const std::vector<save_under_test>& saves()
              db.direct("update contract set con_money=30000");
          },
          [](connection&, save_steps& steps) { delete_instalment(steps, first_instalment); }},
+        {"a member is changed", store_everything, change_everything, 1},
+        {"a member is deleted", store_everything,
+         [](connection&, save_steps& steps) { delete_member(steps, of_2026.pers_no); }},
+        {"a workplace is added", store_everything,
+         [](connection&, save_steps& steps) {
+             add_workplace(steps, of_2026.pers_no, a_new_member().workplace, today);
+         }},
+        {"a workplace is changed",
+         [](connection& db) {
+             store_everything(db);
+             a_workplace{of_2026.pers_no}.former().store_in(db);
+         },
+         move_to_the_second_workplace},
     };
     return all;
 }
@@ -187,7 +234,8 @@ private Q_SLOTS:
                 stored.append(stored.last() + (behind.last() != behind[behind.size() - 2]));
             };
             save.run(undisturbed.db, undisturbed.steps);
-            QCOMPARE(undisturbed.steps.stored().size(), stored.last()); // no step without a trace
+            // No step without a trace.
+            QCOMPARE(undisturbed.steps.stored().size(), stored.last() + save.on_workstation);
         }
         const auto statements = static_cast<int>(behind.size()) - 1;
         QVERIFY(statements > 1);
@@ -210,7 +258,7 @@ private Q_SLOTS:
                     QVERIFY2(!goes_on, failure.what());
                     QCOMPARE(failure.kind(), failure_kind::line_lost);
                     QCOMPARE(content(run.direct), behind[k]);
-                    QCOMPARE(failure.stored().size(), stored[k]);
+                    QCOMPARE(failure.stored().size(), stored[k] + (k > 0 ? save.on_workstation : 0));
                     // The same press, later: it goes on behind what is stored.
                     run.watch.goes_on = true;
                     run.watch.behind = {};

@@ -89,10 +89,39 @@ void pay_and_look_around(walk& road)
               [](QWidget* dialog) { press(dialog->focusWidget(), Qt::Key_Return); }});
     for (const auto& [button, dialog] : {std::pair{"mem_ud_img", "mem_ud_dlg"},
                                          {"mem_del_img", "mem_del_dlg"},
+                                         {"con_in_img", "con_in_dlg"},
                                          {"comp_in_img", "comp_in_dlg"}}) {
         road.add({{}, at(button), click});
         road.add({QString::fromLatin1(dialog).chopped(4).replace(u'_', u'-'), at(dialog), close});
     }
+}
+
+/// From the payments of a period to their receipts, and the other ways to members who paid.
+void print_receipts(walk& road)
+{
+    const auto start = [&road](const char* command) {
+        road.add({{}, at("main_frm"), [command](QWidget* window) {
+                      window->findChild<QAction*>(QString::fromLatin1(command))->trigger();
+                  }});
+    };
+    const auto close = [](QWidget* dialog) { press(dialog, Qt::Key_Escape); };
+    start("m_mg_dues");
+    road.add({QStringLiteral("dues-search"), at("dues_search_dlg"), close});
+    start("m_t_date");
+    road.add({{}, at("receipt_cbb"), [](QWidget* place) { press(place, Qt::Key_Down); }});
+    road.add({{}, at("search_img"), click});
+    road.add({QStringLiteral("receipts-of-a-period"), at("print_img"), click});
+    road.add({QStringLiteral("receipt"), at("receipt_dsg"), close});
+    start("m_r_etc");
+    road.add({{}, at("cbb_memkind"), [](QWidget* kind) {
+                  for (int i = 0; i < 2; ++i)
+                      press(kind, Qt::Key_Down);
+              }});
+    road.add({{}, at("str_txt"), [](QWidget* word) {
+                  type(word, QStringLiteral("김"));
+                  press_enter(word);
+              }});
+    road.add({QStringLiteral("receipts-of-members"), at("pers_receipt_dlg"), close});
 }
 
 /// From the login over a new member to a member's payments.
@@ -134,6 +163,8 @@ void plan(walk& road)
                   type(word, QStringLiteral("%"));
                   press(word, Qt::Key_Return);
               }});
+    road.add({{}, at("custom_lst"), [](QWidget*) {}});
+    print_receipts(road);
     road.add(
         {QStringLiteral("everybody"), at("custom_lst"), [](QWidget* list) { press(list, Qt::Key_Down); }});
     road.add({QStringLiteral("first-member"), at("custom_lst"), [](QWidget*) { QApplication::exit(0); }});
