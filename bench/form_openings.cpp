@@ -28,7 +28,7 @@ const QString bare_name = QStringLiteral("bare_window");
 
 [[noreturn]] void give_up(const char* what)
 {
-    std::fprintf(stderr, "bench_registration: %s\n", what);
+    std::fprintf(stderr, "bench_saves: %s\n", what);
     std::_Exit(1);
 }
 

@@ -51,11 +51,11 @@ sizes=(10000 50000 100000 200000)
 one_percent=고 some=김 all=%
 searches=("$one_percent:25" "$some:15" "$all:11")
 rounds=4 searches_of_growth=5 clicks=100 starts=20 peaks=3 files=9
-openings=10 registrations=50 queues=3 pdfs=5
+openings=10 saves=50 queues=3 pdfs=5
 if $quick; then
     searches=("$one_percent:3" "$some:2" "$all:1")
     rounds=1 searches_of_growth=2 clicks=40 starts=4 peaks=1 files=1
-    openings=4 registrations=10 queues=1 pdfs=1
+    openings=4 saves=10 queues=1 pdfs=1
 fi
 
 say() { echo "$(date +%T) $*" >&2; }
@@ -108,16 +108,17 @@ at_work() { # engine members arguments...
         --floor-local "$work/floor.mdb" "$@" >>"$samples.new"
 }
 
-# The client and the floor write the same members, so each has a copy of the register for itself. All of it runs on one
+# The client and the floor save the same members, so each has a copy of the register for itself. All of it runs on one
 # processor: whether an answer wakes the same one or another makes twice the difference that the client makes, and falls
 # to either of the two by chance.
-registrations() { # engine
+saves() { # engine
     local server=$ORVO_HOME/orvo_db.sqlite floor=$work/floor.sqlite copy postmaster=
     local processors one
     processors=$(taskset -cp $$)
     processors=${processors##*: }
     one=${processors%%[-,]*}
     move_in "$1" 100000
+    rm -f "$work"/saves.mdb*
     if [[ $1 == embedded ]]; then
         rm -f "$floor"*
         cp "$server" "$floor"
@@ -132,8 +133,9 @@ registrations() { # engine
         postmaster=$(psql -Atc "select split_part(pg_read_file('postmaster.pid'), E'\n', 1)" "$ORVO_TEST_POSTGRESQL")
         taskset -cp "$one" "$postmaster" >/dev/null
     fi
-    taskset -c "$one" "$bin/bench_registration" --engine "$1" --members 100000 --server "$server" \
-        --floor-server "$floor" --openings "$openings" --registrations "$registrations" >>"$samples.new"
+    taskset -c "$one" "$bin/bench_saves" --engine "$1" --members 100000 --server "$server" \
+        --floor-server "$floor" --floor-local "$work/saves.mdb" --name "$one_percent" --openings "$openings" \
+        --saves "$saves" >>"$samples.new"
     [[ -z $postmaster ]] || taskset -cp "$processors" "$postmaster" >/dev/null
 }
 
@@ -160,9 +162,9 @@ measure() { # engine
         # There and back, so that a machine that slows down in between does not look like growth.
         mapfile -t order < <(printf '%s\n' "${order[@]}" | tac)
     done
-    say "registrations, $engine"
+    say "saves, $engine"
     for ((round = 1; round <= rounds; round++)); do
-        registrations "$engine"
+        saves "$engine"
     done
 }
 

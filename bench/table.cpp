@@ -259,6 +259,8 @@ int main(int argc, char** argv)
     for (const std::string& each : engines) {
         print_beside_floor(each, "form", "opening the registration form", 2);
         print_beside_floor(each, "registration", "a registration", 1.5);
+        print_beside_floor(each, "payment", "entering a payment with its settlement", 1.5);
+        print_beside_floor(each, "change", "changing a member", 1.5);
     }
     print_start();
     print_file("workbook", "a workbook", "floor");
