@@ -2,16 +2,26 @@
 
 #include "db/connection.h"
 #include "db/schema/schema.h"
+#include "db/wide_statement.h"
 
 namespace orvo {
 
 namespace {
 
+std::vector<column_value> columns_of(const table& mirrored)
+{
+    std::vector<column_value> columns;
+    for (const column& each : mirrored.columns)
+        columns.push_back({each.name, {}});
+    return columns;
+}
+
 /// Writes each row of a server table into the emptied local table of the same columns.
 class mirror_sink : public row_sink {
 public:
     mirror_sink(connection& local, const table& mirrored)
-        : local_{local}, mirrored_{mirrored}, insert_{local.repeat(insert_text(mirrored))}
+        : local_{local}, mirrored_{mirrored}, insert_{local.repeat(
+                                                  insert_text(mirrored.name, columns_of(mirrored)))}
     {
     }
 
@@ -26,18 +36,6 @@ private:
     connection& local_;
     const table& mirrored_;
     repeated_write insert_;
-
-    static std::string insert_text(const table& mirrored)
-    {
-        std::string names;
-        std::string slots_of_values;
-        for (const column& each : mirrored.columns) {
-            names.append(names.empty() ? "" : ",").append(each.name);
-            slots_of_values.append(slots_of_values.empty() ? "'{" : ",'{").append(each.name).append("}'");
-        }
-        return "insert into " + std::string{mirrored.name} + " (" + names + ") values (" + slots_of_values +
-               ")";
-    }
 };
 
 std::string select_text(const table& mirrored)

@@ -233,6 +233,7 @@ private Q_SLOTS:
                 QCOMPARE(at.stored(table, "pers_no"), left);
         }
         QCOMPARE(at.on.say.take_texts(), QStringList{"삭제가 완료 되었습니다."});
+        QVERIFY(at.on.say.asked_about().contains("회원 1건, 근무처 1건, 회비 년도 1건, 회비 입금 1건, "));
         for (const char* table : {"contract", "contract_list"})
             QCOMPARE(at.stored(table, "pers_no"), number);
         QCOMPARE(at.stored(at.on.c.local_conn, "person_m_tbl", "pers_no"), number);
@@ -260,6 +261,9 @@ private Q_SLOTS:
         QCOMPARE(opened("mem_in_img"), "mem_in_dlg");
         QCOMPARE(opened("dues_in_img"), "dues_in_dlg"); // for the year that is due
         QCOMPARE(at.on.c.cur_val_year + at.on.c.cur_code_member, "202520");
+        at.desk.opened_above.clear();
+        press(&control<QListWidget>(*at.screen, "custom_lst"), Qt::Key_F7);
+        QCOMPARE(at.desk.opened_above, QStringList{"dues_in_dlg"});
         QCOMPARE(opened("mem_ud_img"), "mem_ud_dlg");
         click_row(&control<grid>(*at.screen, "dues_b_grd"), 0);
         QCOMPARE(opened("dues_del_img"), "dues_del_dlg");

@@ -23,6 +23,7 @@ scripted_prompts::~scripted_prompts()
 
 bool scripted_prompts::ask(const message& what, const QString&, const QString&, answer)
 {
+    asked_about_ = what.about;
     if (expected_.isEmpty() || expected_.first().question != what.text) {
         fail_test(QStringLiteral("unexpected question: ") + what.text);
         return false;

@@ -28,6 +28,8 @@ public:
     {
         files_.append({filters, selected, name});
     }
+    /// What the last question said below its text.
+    const QString& asked_about() const { return asked_about_; }
     /// What was told since the last call.
     QList<message> take_told() { return std::exchange(told_, {}); }
     /// The texts alone.
@@ -47,6 +49,7 @@ private:
         QString name;
     };
 
+    QString asked_about_;
     QList<message> told_;
     QStringList notes_;
     QList<expectation> expected_;

@@ -33,7 +33,9 @@ void fill_registration()
     for (const auto& [field, text] :
          {std::pair{"name_txt", "나새봄"}, {"pers_no1_txt", birth_date}, {"pers_no2_txt", behind_it}})
         type(seen(field), QString::fromUtf8(text));
-    for (const char* list : {"mem_kind_cbb", "bran_cbb", "big_cbb", "sect_cbb"})
+    for (int i = 0; i < 3; ++i) // past the kinds that pay nothing
+        press(seen("mem_kind_cbb"), Qt::Key_Down);
+    for (const char* list : {"bran_cbb", "big_cbb", "sect_cbb"})
         press(seen(list), Qt::Key_Down);
     for (const auto& [field, text] : {std::pair{"tel1_txt", "02"},
                                       {"tel2_txt", "555"},

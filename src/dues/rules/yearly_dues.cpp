@@ -32,16 +32,6 @@ std::optional<QString> fee_of_kind(connection& db, const QString& code_member)
     return QString::number(found.front().number("mem_dues"));
 }
 
-bool has_header_of_year(connection& db, const QString& pers_no, const QString& year)
-{
-    const rows headers = db.read("select * from dues_h_tbl where pers_no='{selected_pers_no}'",
-                                 {{"selected_pers_no", pers_no}});
-    for (const auto header : headers)
-        if (header.text("val_year") == year)
-            return true;
-    return false;
-}
-
 std::optional<dues_header> read_header(connection& db, const dues_year& year)
 {
     const rows found =

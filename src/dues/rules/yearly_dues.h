@@ -18,8 +18,6 @@ rows member_kinds(connection& db);
 /// The fee of a kind, in won; nothing where the fee table has no such kind.
 std::optional<QString> fee_of_kind(connection& db, const QString& code_member);
 
-/// Whether the member has dues of that year, of whatever kind.
-bool has_header_of_year(connection& db, const QString& pers_no, const QString& year);
 std::optional<dues_header> read_header(connection& db, const dues_year& year);
 
 /// The member's name by the copy of the last search; empty where he is not in it.

@@ -42,6 +42,16 @@ std::vector<panel_row> dues_years(connection& db, const QString& pers_no)
     return years;
 }
 
+bool has_header_of_year(connection& db, const QString& pers_no, const QString& year)
+{
+    const rows headers = db.read("select * from dues_h_tbl where pers_no='{selected_pers_no}'",
+                                 {{"selected_pers_no", pers_no}});
+    for (const auto header : headers)
+        if (header.text("val_year") == year)
+            return true;
+    return false;
+}
+
 std::vector<panel_row> dues_lines(connection& db, const QString& pers_no, const QString& val_year)
 {
     std::vector<panel_row> lines;

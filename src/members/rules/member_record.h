@@ -35,6 +35,9 @@ struct panel_row {
 /// exists is not shown.
 std::vector<panel_row> dues_years(connection& db, const QString& pers_no);
 
+/// Whether the member has dues of that year, of whatever kind.
+bool has_header_of_year(connection& db, const QString& pers_no, const QString& year);
+
 /// Payments entered under a year's text: paid to head office, paid to the branch, amount; the key is
 /// `dues_id`.
 std::vector<panel_row> dues_lines(connection& db, const QString& pers_no, const QString& val_year);

@@ -1,7 +1,6 @@
 #include "base/amount.h"
-#include "dues/rules/yearly_dues.h"
 #include "members/rules/member_copy.h"
-#include "members/rules/member_search.h"
+#include "members/rules/member_record.h"
 #include "members/rules/member_update.h"
 #include "members/screens/manager_main_frm.h"
 #include "members/screens/member_details.h"
