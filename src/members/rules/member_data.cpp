@@ -2,14 +2,20 @@
 
 namespace orvo {
 
-namespace {
-
 QString or_zero(const QString& typed)
 {
     return typed.isEmpty() ? QStringLiteral("0") : typed;
 }
 
-} // namespace
+QString flag(bool set)
+{
+    return set ? QStringLiteral("1") : QStringLiteral("0");
+}
+
+QString joined(const std::array<QString, 3>& parts)
+{
+    return parts[0] + parts[1] + parts[2];
+}
 
 std::optional<refusal> check_identity(const member_data& member,
                                       bool (*check_pers_no)(QStringView, QStringView))

@@ -79,6 +79,12 @@ struct workplace_data {
     QString primary_flag;
 };
 
+// How the pieces of a form are stored: an empty number as 0, a mark as '1' or '0', the parts of a telephone
+// number without separators.
+QString or_zero(const QString& typed);
+QString flag(bool set);
+QString joined(const std::array<QString, 3>& parts);
+
 /// Name and resident number, the latter by the check of the screen that asks.
 std::optional<refusal> check_identity(const member_data& member,
                                       bool (*check_pers_no)(QStringView, QStringView));

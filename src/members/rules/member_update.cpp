@@ -8,21 +8,6 @@ namespace orvo {
 
 namespace {
 
-QString flag(bool set)
-{
-    return set ? QStringLiteral("1") : QStringLiteral("0");
-}
-
-QString or_zero(const QString& typed)
-{
-    return typed.isEmpty() ? QStringLiteral("0") : typed;
-}
-
-QString joined(const std::array<QString, 3>& parts)
-{
-    return parts[0] + parts[1] + parts[2];
-}
-
 /// Years and months, or the one that is chosen; unlike a new member's, "0" for none.
 QString career_of(const member_data& typed)
 {

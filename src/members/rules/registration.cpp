@@ -9,21 +9,6 @@ namespace orvo {
 
 namespace {
 
-QString or_zero(const QString& typed)
-{
-    return typed.isEmpty() ? QStringLiteral("0") : typed;
-}
-
-QString flag(bool set)
-{
-    return set ? QStringLiteral("1") : QStringLiteral("0");
-}
-
-QString joined(const std::array<QString, 3>& parts)
-{
-    return parts[0] + parts[1] + parts[2];
-}
-
 std::vector<column_value> member_row(const new_member& typed, const QString& today)
 {
     const member_data& member = typed.member;
