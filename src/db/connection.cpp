@@ -162,19 +162,15 @@ void connection::ask_and_reopen(const db_failure& lost)
     }
 }
 
-qint64 connection::run(const ready_statement& text, const values& given, row_sink* sink, progress* follow,
-                       bool large)
+void connection::persist(const ready_statement& first, progress* follow, const qint64& so_far,
+                         const std::function<void(const driver::tick&)>& act)
 {
     const busy_guard guard{busy_, watch_};
-    const std::vector<bound_value> bound = text.bind(given);
-    const QString name = QString::fromStdString(text.text);
-    const bool is_read = text.what == verb::select;
-    qint64 so_far = 0;
-    counting_sink counted{sink, so_far};
+    const QString name = QString::fromStdString(first.text);
+    const bool is_read = first.what == verb::select;
     while (true) {
         const auto started = steady_clock::now();
         auto asked = started;
-        so_far = 0;
         const driver::tick waiting = [&] {
             const auto now = steady_clock::now();
             if (now - asked < milliseconds{30})
@@ -186,18 +182,46 @@ qint64 connection::run(const ready_statement& text, const values& given, row_sin
             return !watch_ || watch_->keep_waiting(waited, is_read) || !is_read;
         };
         try {
-            const qint64 written = way_->run(text, bound, is_read ? &counted : nullptr, large, waiting);
+            act(waiting);
             up_ = true;
-            return written;
+            return;
         } catch (const line_break& lost) {
             up_ = false;
-            if (lost.may_have_run && !text.repeatable)
+            if (lost.may_have_run && !first.repeatable)
                 throw db_failure{failure_kind::outcome_unknown, lost.text(), name};
             ask_and_reopen(lost.in(name));
         } catch (const db_failure& failure) {
             throw failure.in(name);
         }
     }
+}
+
+qint64 connection::run(const ready_statement& text, const values& given, row_sink* sink, progress* follow,
+                       bool large)
+{
+    const std::vector<bound_value> bound = text.bind(given);
+    qint64 so_far = 0;
+    qint64 written = 0;
+    counting_sink counted{sink, so_far};
+    persist(text, follow, so_far, [&](const driver::tick& waiting) {
+        so_far = 0;
+        written = way_->run(text, bound, text.what == verb::select ? &counted : nullptr, large, waiting);
+    });
+    return written;
+}
+
+std::vector<rows> connection::read_together(std::initializer_list<query> queries)
+{
+    std::vector<rows> results(queries.size());
+    std::vector<statement_run> runs;
+    for (const query& each : queries) {
+        const ready_statement& text = ready(each.text, each.given);
+        runs.push_back({&text, text.bind(each.given), &results[runs.size()]});
+    }
+    const qint64 none = 0;
+    persist(*runs.front().text, nullptr, none,
+            [&](const driver::tick& waiting) { way_->read_together(runs, waiting); });
+    return results;
 }
 
 rows connection::read(std::string_view text, const values& given)

@@ -76,6 +76,13 @@ public:
     bool is_busy() const { return busy_; }
 
     rows read(std::string_view text, const values& given = {});
+    struct query {
+        std::string_view text;
+        values given = {};
+    };
+    /// Reads that do not depend on each other, in their order: they go out together where the engine can, and
+    /// cost one wait. Either all are answered or none.
+    std::vector<rows> read_together(std::initializer_list<query> queries);
     /// Row by row, for results that can be large. Ends early where the sink or the progress says so; throws
     /// failure_kind::cancelled where it was the progress.
     void read_each(std::string_view text, const values& given, row_sink& sink, progress* follow = nullptr);
@@ -103,6 +110,9 @@ private:
     bool busy_ = false;
 
     const ready_statement& ready(std::string_view text, const values& given);
+    /// Runs an act that sends, as often as the line breaks and the watch says to try again.
+    void persist(const ready_statement& first, progress* follow, const qint64& so_far,
+                 const std::function<void(const std::function<bool()>& waiting)>& act);
     qint64 run(const ready_statement& text, const values& given, row_sink* sink, progress* follow,
                bool large);
     void ask_and_reopen(const db_failure& lost);

@@ -6,6 +6,7 @@
 #include "db/failure.h"
 
 #include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,13 @@ struct line_break : db_failure {
     {
     }
     bool may_have_run;
+};
+
+/// A statement on its way, and where its rows go.
+struct statement_run {
+    const ready_statement* text;
+    std::vector<bound_value> bound;
+    row_sink* sink = nullptr;
 };
 
 /// One engine, thinly: open, run a ready statement, hand its rows on, report failures in the engine's own
@@ -37,6 +45,12 @@ public:
     /// fetches row by row. Throws failure_kind::cancelled where the tick ended it.
     virtual qint64 run(const ready_statement& statement, const std::vector<bound_value>& bound,
                        row_sink* sink, bool large, const tick& waiting) = 0;
+    /// Reads that do not depend on each other, in their order; one wait where the engine can.
+    virtual void read_together(std::span<const statement_run> reads, const tick& waiting)
+    {
+        for (const statement_run& each : reads)
+            run(*each.text, each.bound, each.sink, false, waiting);
+    }
     /// The same for a statement that runs many times in a row: the fields as they come, no rows, no waiting.
     virtual void run_again(const ready_statement& statement, std::span<const cell> fields) = 0;
     /// A text of the engine's own.

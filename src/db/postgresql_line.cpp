@@ -191,6 +191,19 @@ void postgresql_line::cancel()
     }
 }
 
+void postgresql_line::end_pipeline(const driver::tick& waiting)
+{
+    // Each statement's answers end with an empty result; the pipeline's with one that says so.
+    while (PQstatus(line_) == CONNECTION_OK) {
+        const result_handle result = next_result(waiting);
+        if (result && PQresultStatus(result.get()) == PGRES_PIPELINE_SYNC)
+            break;
+    }
+    if (PQstatus(line_) != CONNECTION_OK)
+        fail(nullptr);
+    PQexitPipelineMode(line_);
+}
+
 void postgresql_line::finish(const driver::tick& waiting)
 {
     while (PQstatus(line_) == CONNECTION_OK && next_result(waiting)) {

@@ -36,6 +36,8 @@ public:
     result_handle next_result(const driver::tick& waiting);
     /// Reads what is left of a statement, so that the line is free for the next one.
     void finish(const driver::tick& waiting);
+    /// Reads what is left of a pipeline, up to its end, and leaves it.
+    void end_pipeline(const driver::tick& waiting);
     /// Asks the server to give up the statement under way.
     void cancel();
     /// Throws what a result, or the line where there is none, says of a failure.

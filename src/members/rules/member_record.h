@@ -53,4 +53,12 @@ struct pledge {
 
 pledge read_pledge(connection& db, const QString& pers_no);
 
+/// All of that at once: what the panels show of a member who is opened.
+struct member_records {
+    pledge pledged;
+    std::vector<panel_row> years;
+    std::vector<panel_row> places;
+};
+member_records read_records(connection& db, const QString& pers_no);
+
 } // namespace orvo

@@ -167,9 +167,10 @@ void manager_main_frm::show_member(const QString& pers_no)
     details->show_member(member);
     untouched_ = edited_columns(details->fields.read(), {});
     details->show_web_identity(open_web_identity(c_.db_conn, c_.selected_pers_no));
-    show_contract();
-    show_dues();
-    show_company();
+    const member_records records = read_records(c_.db_conn, c_.selected_pers_no);
+    show_pledge(records.pledged);
+    show_years(records.years);
+    show_workplaces(records.places);
     guard(
         [&] {
             remember_member(c_.local_conn, c_.session_id, {c_.selected_pers_no, member.text("pers_name")},
@@ -197,15 +198,20 @@ void manager_main_frm::click_dues_year(int row)
     show_dues_lines();
 }
 
-/// A year that was chosen stays so: who has just entered a payment sees it.
 void manager_main_frm::show_dues()
+{
+    show_years(dues_years(c_.db_conn, c_.selected_pers_no));
+}
+
+/// A year that was chosen stays so: who has just entered a payment sees it.
+void manager_main_frm::show_years(const std::vector<panel_row>& years)
 {
     const int before = dues_h_grd->chosen_row();
     const QString year = before < 0 ? QString{} : dues_h_grd->cell(before, 0);
     dues_b_grd->set_empty_text(QStringLiteral("회비년도를 선택하면 입금 내역이 보입니다."));
     dues_b_grd->clear_rows();
     dues_h_grd->set_empty_text(QStringLiteral("등록된 회비가 없습니다."));
-    fill(dues_h_grd, dues_years(c_.db_conn, c_.selected_pers_no));
+    fill(dues_h_grd, years);
     for (int row = 0; before >= 0 && row < dues_h_grd->filled_rows(); ++row)
         if (dues_h_grd->cell(row, 0) == year) {
             dues_h_grd->selectRow(row);
@@ -223,7 +229,11 @@ void manager_main_frm::show_dues_lines()
 
 void manager_main_frm::show_contract()
 {
-    const pledge found = read_pledge(c_.db_conn, c_.selected_pers_no);
+    show_pledge(read_pledge(c_.db_conn, c_.selected_pers_no));
+}
+
+void manager_main_frm::show_pledge(const pledge& found)
+{
     c_.cur_con_day = found.con_day;
     con_txt->setText(found.text);
     contract_grd->set_empty_text(QStringLiteral("약정 입금 내역이 없습니다."));
@@ -232,8 +242,13 @@ void manager_main_frm::show_contract()
 
 void manager_main_frm::show_company()
 {
+    show_workplaces(workplaces(c_.db_conn, c_.selected_pers_no));
+}
+
+void manager_main_frm::show_workplaces(const std::vector<panel_row>& places)
+{
     com_grd->set_empty_text(QStringLiteral("등록된 근무처가 없습니다."));
-    fill(com_grd, workplaces(c_.db_conn, c_.selected_pers_no));
+    fill(com_grd, places);
 }
 
 /// From the list to the panels and round again, past the many fields between them.

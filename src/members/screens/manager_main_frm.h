@@ -16,6 +16,7 @@ class grid;
 class member_details;
 class member_list;
 struct panel_row;
+struct pledge;
 
 /// The member console: on the left the members whom the last search brought, on the right the chosen one,
 /// below him the panels of his dues, workplaces and pledge. The list and the member come from this
@@ -63,6 +64,9 @@ private:
     void click_member(int row);
     void show_member(const QString& pers_no);
     void open_member(const QString& pers_no);
+    void show_years(const std::vector<panel_row>& years);
+    void show_pledge(const pledge& found);
+    void show_workplaces(const std::vector<panel_row>& places);
     void click_dues_year(int row);
     void go_to_next_panel();
     void refresh();
