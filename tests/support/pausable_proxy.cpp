@@ -62,11 +62,16 @@ struct pausable_proxy::line {
     line(const line&) = delete;
     line& operator=(const line&) = delete;
 
-    /// How many statements end in the next bytes from the client.
-    int statements_in(std::string_view bytes)
+    struct counts {
+        int statements = 0;
+        int waits = 0;
+    };
+
+    /// How many statements end in the next bytes from the client, and how often it asks for all answers.
+    counts count_in(std::string_view bytes)
     {
         unread += bytes;
-        int statements = 0;
+        counts found;
         // A message is a letter, the length of what follows with the length itself, and its content; those
         // before the start-up is over come without the letter.
         for (std::size_t letter = started; unread.size() >= letter + 4; letter = started) {
@@ -75,11 +80,15 @@ struct pausable_proxy::line {
                 break;
             if (!started)
                 started = qFromBigEndian<quint32>(unread.data() + 4) == start_up;
-            else if (unread.front() == 'E' || unread.front() == 'Q')
-                ++statements;
+            else if (unread.front() == 'E')
+                ++found.statements;
+            else if (unread.front() == 'S')
+                ++found.waits;
+            else if (unread.front() == 'Q')
+                ++found.statements, ++found.waits;
             unread.erase(0, size);
         }
-        return statements;
+        return found;
     }
 
     const int client;
@@ -87,6 +96,7 @@ struct pausable_proxy::line {
     std::string unread;
     bool started = false;
     bool answer_is_doomed = false;
+    bool answer_is_due = false; // of a question that no byte has answered yet
 };
 
 pausable_proxy::pausable_proxy(const server_address& server) : server_port_{server.port}, through_{server}
@@ -180,7 +190,10 @@ bool pausable_proxy::carry_up(line& each)
     if (got <= 0)
         return false;
     const std::string_view chunk{bytes.data(), static_cast<std::size_t>(got)};
-    for (int left = each.statements_in(chunk); left > 0; --left)
+    const line::counts found = each.count_in(chunk);
+    waits_ += found.waits;
+    each.answer_is_due = true;
+    for (int left = found.statements; left > 0; --left)
         if (++statements_ == doomed_statement_)
             each.answer_is_doomed = true;
     return send_all(each.server, chunk);
@@ -199,6 +212,8 @@ bool pausable_proxy::carry_down(line& each)
     // it.
     if (got <= 0 || each.answer_is_doomed)
         return false;
+    if (std::exchange(each.answer_is_due, false) && delay_ > 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds{delay_});
     std::string_view chunk{bytes.data(), static_cast<std::size_t>(got)};
     const int left = bytes_left_;
     const bool is_last = left >= 0 && std::cmp_greater_equal(got, left);

@@ -5,6 +5,7 @@
 #include <QByteArray>
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <future>
 #include <list>
@@ -33,6 +34,8 @@ public:
     /// New lines get these bytes for an answer to their first words, and are cut.
     void answer_with(const QByteArray& bytes);
     void resume();
+    /// A slow line: from now on every answer comes that much later.
+    void delay_answers(std::chrono::milliseconds by) { delay_ = by.count(); }
 
     /// Lets the statement of that number from now on (1 is the next) reach the server and be carried out, and
     /// cuts its line in place of the answer.
@@ -42,6 +45,8 @@ public:
 
     /// How many statements were sent to the server.
     int statements() const { return statements_; }
+    /// How often the client waited for the server: statements that went out together are one wait.
+    int waits() const { return waits_; }
 
 private:
     struct line;
@@ -55,6 +60,8 @@ private:
     std::atomic<std::packaged_task<void()>*> order_ = nullptr;
     std::atomic<bool> silent_ = false;
     std::atomic<int> statements_ = 0;
+    std::atomic<int> waits_ = 0;
+    std::atomic<std::int64_t> delay_ = 0; ///< milliseconds
     std::atomic<int> doomed_statement_ = -1;
     std::atomic<int> bytes_left_ = -1;
     std::thread carrier_;
