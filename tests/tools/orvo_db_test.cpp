@@ -73,6 +73,24 @@ class orvo_db_test : public QObject {
     }
 
 private Q_SLOTS:
+    void check_tells_what_is_missing()
+    {
+        QTemporaryDir home;
+        QCOMPARE(run_tool(home.path(), "init").code, 0);
+        QCOMPARE(run_tool(home.path(), "check").code, 0);
+        connection db = open(home.path());
+        db.direct("drop table contract");
+        db.direct("alter table company rename column company_fax to another");
+        QFile::remove(home.filePath("orvo_mail.sqlite"));
+        const outcome found = run_tool(home.path(), "check");
+        QCOMPARE(found.code, 1);
+        for (const char* fault :
+             {"  the table contract is missing\n", "  the column company_fax of company is missing\n",
+              "the mail queue: not as it should be\n", "the workstation's file: as it should be\n"})
+            QVERIFY2(found.output.contains(fault), found.output.constData());
+        QCOMPARE(found.output.count("missing"), 2);
+    }
+
     void initTestCase()
     {
         filled_ = new_home("filled", plan);
@@ -200,7 +218,8 @@ private Q_SLOTS:
         for (const auto each : db.read("select pers_no from person_m_tbl")) {
             const std::string number = each.text("pers_no").toStdString();
             const QDate born{2000, std::stoi(number.substr(2, 2)), std::stoi(number.substr(4, 2))};
-            QVERIFY2(born.isValid() && number.back() == resident_check_digit(number.substr(0, 12)), number.c_str());
+            QVERIFY2(born.isValid() && number.back() == resident_check_digit(number.substr(0, 12)),
+                     number.c_str());
         }
     }
 

@@ -15,6 +15,7 @@ struct command {
     void (*run)(const QCommandLineParser& line, const context& in);
 };
 
+extern const command check_command;
 extern const command init_command;
 extern const command operator_command;
 extern const command dump_command;

@@ -33,8 +33,8 @@ int number_of(const QCommandLineParser& line, const QString& option, int low, in
 
 namespace {
 
-constexpr std::array commands{&init_command,       &operator_command, &dump_command,
-                              &sync_codes_command, &demo_command,     &import_zip_command};
+constexpr std::array commands{&init_command,       &check_command, &operator_command,  &dump_command,
+                              &sync_codes_command, &demo_command,  &import_zip_command};
 
 const QString home = QStringLiteral("home");
 const QString verbose = QStringLiteral("verbose");

@@ -23,12 +23,17 @@ std::string_view names_text(engine kind)
 
 } // namespace
 
-tables make_missing_tables(connection& on, database where)
+std::vector<QString> standing_tables(connection& on)
 {
     std::vector<QString> standing;
     for (const auto& each : on.read(names_text(on.kind())))
         standing.push_back(each.text("name").toLower());
+    return standing;
+}
 
+tables make_missing_tables(connection& on, database where)
+{
+    const std::vector<QString> standing = standing_tables(on);
     tables all;
     for (const table& one : tables_of(where)) {
         if (std::ranges::find(standing,
