@@ -1,10 +1,8 @@
 #include "db/dialect.h"
 
-#include "db/failure.h"
 #include "db/schema/schema.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace orvo {
 
@@ -13,22 +11,8 @@ namespace {
 std::string quoted(const std::string& text)
 {
     std::string result = "'";
-    for (char c : text)
-        result.append(c == '\'' ? 2 : 1, c);
+    append_doubled(result, text);
     return result + '\'';
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    const std::size_t from = text.find_first_not_of(' ');
-    return from == std::string_view::npos ? std::string_view{}
-                                          : text.substr(from, text.find_last_not_of(' ') - from + 1);
-}
-
-bool parse_whole(std::string_view text, std::int64_t& number)
-{
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc{} && end == text.data() + text.size();
 }
 
 /// Writes the tokens of one statement in the dialect of one engine.
@@ -46,8 +30,28 @@ public:
         close_join();
         if (statement_.brings_rows_as_they_are())
             add_order();
-        result_.what = statement_.what();
-        result_.repeatable = statement_.can_be_repeated();
+        return std::move(result_);
+    }
+
+    /// For the engine whose texts they are. It converts an empty text to 0 itself, and refuses what is no
+    /// number, so that a value in quotes is a text there whatever it meets.
+    ready_statement keep(std::string_view text)
+    {
+        std::size_t from = 0;
+        const auto place = [&](parameter::kind is, const std::string& slot) {
+            const std::size_t at = text.find('{', from);
+            result_.stretches.emplace_back(text.substr(from, at - from));
+            result_.parameters.push_back({is, {{true, slot}}});
+            from = at + slot.size() + 2;
+        };
+        for (at_ = 0; at_ < tokens_.size(); ++at_) {
+            if (tokens_[at_].is == token::kind::slot)
+                place(slot_kind(), tokens_[at_].text);
+            for (const literal_piece& piece : tokens_[at_].pieces)
+                if (piece.is_slot)
+                    place(parameter::kind::text, piece.text);
+        }
+        result_.stretches.emplace_back(text.substr(from));
         return std::move(result_);
     }
 
@@ -84,8 +88,7 @@ private:
         case token::kind::literal:
             return write_literal(t);
         case token::kind::slot:
-            return put_parameter(meets_text() ? parameter::kind::digits : parameter::kind::plain_number,
-                                 {{true, t.text}});
+            return put_parameter(slot_kind(), {{true, t.text}});
         case token::kind::number:
             return put(meets_text() ? quoted(t.text) : t.text);
         case token::kind::sign:
@@ -101,6 +104,11 @@ private:
         return at_ >= 2 && statement_.what() != verb::insert && tokens_[at_ - 1].is == token::kind::sign &&
                std::string_view{"=<><=>="}.find(tokens_[at_ - 1].text) != std::string_view::npos &&
                tokens_[at_ - 2].is == token::kind::word && is_text(tokens_[at_ - 2].text);
+    }
+
+    parameter::kind slot_kind() const
+    {
+        return meets_text() ? parameter::kind::digits : parameter::kind::plain_number;
     }
 
     void write_literal(const token& t)
@@ -119,7 +127,7 @@ private:
     void put_constant(const std::string& text, bool number)
     {
         std::int64_t value = 0;
-        const std::string_view digits = trimmed(text);
+        const std::string_view digits = without_blanks(text);
         if (number && (digits.empty() || parse_whole(digits, value)))
             put(std::to_string(value));
         else
@@ -213,39 +221,14 @@ private:
 
 } // namespace
 
-std::vector<bound_value> ready_statement::bind(const values& given) const
-{
-    std::vector<bound_value> bound;
-    bound.reserve(parameters.size());
-    for (const parameter& each : parameters) {
-        std::string value;
-        for (const literal_piece& piece : each.pieces)
-            value += piece.is_slot ? given.of(piece.text) : piece.text;
-        if (each.is == parameter::kind::text) {
-            bound.emplace_back(std::move(value));
-            continue;
-        }
-        const std::string_view digits = trimmed(value);
-        std::int64_t number = 0;
-        const bool empty_is_zero = each.is == parameter::kind::number && digits.empty();
-        if (!empty_is_zero && !parse_whole(digits, number))
-            throw db_failure{failure_kind::conversion,
-                             QStringLiteral("숫자가 들어갈 자리에 숫자가 아닌 값이 있습니다: \"%1\"")
-                                 .arg(QString::fromStdString(value).left(40)),
-                             QString::fromStdString(text)};
-        if (each.is == parameter::kind::digits)
-            bound.emplace_back(std::string{digits});
-        else
-            bound.emplace_back(number);
-    }
-    return bound;
-}
-
 ready_statement translate(const statement_text& statement, std::string_view text, engine kind, database where,
                           bool letters)
 {
-    ready_statement result = writer{statement, kind, where, letters}.write();
+    writer made{statement, kind, where, letters};
+    ready_statement result = kind == engine::sqlserver ? made.keep(text) : made.write();
     result.text = text;
+    result.what = statement.what();
+    result.repeatable = statement.can_be_repeated();
     return result;
 }
 

@@ -28,20 +28,26 @@ struct parameter {
 
 using bound_value = std::variant<std::int64_t, std::string>;
 
-/// A statement in the dialect of one engine, fit to be prepared.
+/// A statement in the dialect of one engine: fit to be prepared, or, where the engine takes the literal text,
+/// in the stretches between its slots.
 struct ready_statement {
     std::string text; ///< the template
     std::string sql;
+    std::vector<std::string> stretches; ///< one more than parameters; empty where `sql` is prepared
     std::vector<parameter> parameters;
     verb what = verb::other;
     bool repeatable = false;
 
     /// The parameters' values in their order. Throws db_failure (conversion) where a number is none.
     std::vector<bound_value> bind(const values& given) const;
+    /// The literal text, from the stretches: the quotes of values doubled, negative numbers outside quotes in
+    /// parentheses (`mem_dues--5` would make a comment of all that follows).
+    std::string filled(const std::vector<bound_value>& bound) const;
 };
 
-/// A template in the engine's dialect. Where `letters` is set, Latin letters in `like` are compared without
-/// case by the engine's slower way; where no value holds a letter with case, the faster way finds the same.
+/// A template in the engine's dialect; for SQL Server, whose texts they are, as it stands. Where `letters` is
+/// set, Latin letters in `like` are compared without case by the engine's slower way; where no value holds a
+/// letter with case, the faster way finds the same.
 ready_statement translate(const statement_text& statement, std::string_view text, engine kind, database where,
                           bool letters);
 
@@ -50,5 +56,12 @@ bool has_letter_variant(const statement_text& statement, engine kind);
 
 /// Whether a text holds a letter that has an upper and a lower case.
 bool has_cased_letter(std::string_view utf8);
+
+/// Appends a text as it stands between quotes: its own quotes doubled.
+void append_doubled(std::string& to, std::string_view text);
+
+/// How a value in quotes is read where it meets a number.
+std::string_view without_blanks(std::string_view text);
+bool parse_whole(std::string_view text, std::int64_t& number);
 
 } // namespace orvo

@@ -1,5 +1,6 @@
 #include "db/open.h"
 
+#include "db/odbc_driver.h"
 #include "db/postgresql_driver.h"
 #include "db/sqlite_driver.h"
 
@@ -22,10 +23,9 @@ connection make_connection(const server_address& server, database which, file_us
 {
     if (which == database::local || server.kind == engine::embedded)
         return connection{make_sqlite_driver(file_of(server, which), which, use)};
-    if (server.kind == engine::postgresql)
-        return connection{make_postgresql_driver(server, which)};
-    throw db_failure{failure_kind::other,
-                     QStringLiteral("이 프로그램에는 SQL Server 접속 기능이 들어 있지 않습니다.")};
+    if (server.kind == engine::sqlserver)
+        return connection{make_odbc_driver(server, which)};
+    return connection{make_postgresql_driver(server, which)};
 }
 
 } // namespace orvo

@@ -19,6 +19,7 @@ struct server_address {
     QString name;      ///< of the register
     QString mail_name; ///< of the mail queue
     QString tls;       ///< "require", "prefer" or "disable"
+    QString driver;    ///< of ODBC, for SQL Server: its name there, or its file
     std::chrono::seconds connect_timeout{15};
     std::chrono::seconds statement_timeout{30};
 };

@@ -150,13 +150,40 @@ private Q_SLOTS:
             {bare, "1 or 1"}, {"delete id_tbl where id={v}", "abc"},
             {quoted, "abc"},  {quoted, "1' or '1'='1"},
         };
-        for (const engine kind : engines)
+        for (const engine kind : {engine::embedded, engine::postgresql})
             for (const auto& [text, value] : cases)
                 QCOMPARE(failure_of([&] {
                              made(text, kind).bind({{"v", value}});
                          }),
                          failure_kind::conversion);
+        // SQL Server itself refuses what stands in quotes, and the quotes hold.
+        for (const auto& [text, value] : cases)
+            if (text != quoted)
+                QCOMPARE(failure_of([&] {
+                             made(text, engine::sqlserver).bind({{"v", value}});
+                         }),
+                         failure_kind::conversion);
         QVERIFY_EXCEPTION_THROWN(made(quoted, engine::embedded).bind({{"w", "x"}}), std::logic_error);
+    }
+
+    void sql_server_gets_the_text_as_it_stands()
+    {
+        const std::tuple<const char*, const char*, const char*> cases[] = {
+            {"delete person_m_tbl where pers_no='{v}'", "", "delete person_m_tbl where pers_no=''"},
+            {"select  a from t where\n a.b =10and  c like'%{v}%'", "o'c{k}",
+             "select  a from t where\n a.b =10and  c like'%o''c{k}%'"},
+            {"update t set std_id='{v}',n='가''나' where lic_no={v}", " -007 ",
+             "update t set std_id=' -007 ',n='가''나' where lic_no=(-007)"},
+            {"select a from t where n={v}and lic_no={v}", "00123",
+             "select a from t where n=123and lic_no=00123"},
+            {"update t set n=m-{v},a='-{v}'", "-5", "update t set n=m-(-5),a='--5'"},
+            {"select a from t where std_id in ('{v}','{v}한')", "",
+             "select a from t where std_id in ('','한')"},
+        };
+        for (const auto& [text, value, sent] : cases) {
+            const ready_statement ready = made(text, engine::sqlserver);
+            QCOMPARE(ready.filled(ready.bind({{"v", value}})), std::string{sent});
+        }
     }
 
     void only_some_writes_can_be_sent_twice()

@@ -6,7 +6,15 @@ namespace orvo {
 
 const char* name_of(engine kind)
 {
-    return kind == engine::embedded ? "embedded" : "postgresql";
+    switch (kind) {
+    case engine::embedded:
+        return "embedded";
+    case engine::postgresql:
+        return "postgresql";
+    case engine::sqlserver:
+        break;
+    }
+    return "sqlserver";
 }
 
 std::optional<server_address> postgresql_server()
@@ -33,7 +41,7 @@ std::optional<server_address> postgresql_server()
 
 bool is_at_hand(engine kind)
 {
-    return kind == engine::embedded || postgresql_server().has_value();
+    return kind != engine::postgresql || postgresql_server().has_value();
 }
 
 void engines_under_test()

@@ -9,7 +9,7 @@
 
 namespace orvo {
 
-inline constexpr std::array engines{engine::embedded, engine::postgresql};
+inline constexpr std::array engines{engine::embedded, engine::postgresql, engine::sqlserver};
 
 const char* name_of(engine kind);
 
@@ -18,7 +18,7 @@ const char* name_of(engine kind);
 std::optional<server_address> postgresql_server();
 
 /// Whether this test run can use an engine. The test command always starts a PostgreSQL server; a single test
-/// that is started by hand may be without.
+/// that is started by hand may be without. SQL Server's part is taken by a server of the test's own.
 bool is_at_hand(engine kind);
 
 /// The rows of a test whose body runs on every engine: one column, `kind`, fetched by FETCH_ENGINE.

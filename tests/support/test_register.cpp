@@ -46,9 +46,18 @@ test_register::test_register(engine kind)
         address_.mail_name = databases_->mail_name;
     }
     address_.folder = home_.path();
+    server_address files = address_; // where the files of the server's two databases are, if they are files
+    if (kind == engine::sqlserver)
+        files.folder = server_home_.emplace().path();
     for (const database each : databases)
-        if (kind == engine::embedded || each == database::local)
-            QFile::copy(file_of(prepared_files::address(), each), file_of(address_, each));
+        if (kind != engine::postgresql || each == database::local)
+            QFile::copy(file_of(prepared_files::address(), each),
+                        file_of(each == database::local ? address_ : files, each));
+    if (kind == engine::sqlserver) {
+        server_ = std::make_unique<tds_server>(files);
+        address_ = server_->address();
+        address_.folder = home_.path();
+    }
 }
 
 test_register::~test_register()

@@ -3,6 +3,7 @@
 #include "client/client.h"
 #include "support/postgresql_databases.h"
 #include "support/scripted_prompts.h"
+#include "support/tds_server.h"
 
 #include <QTemporaryDir>
 
@@ -11,7 +12,8 @@
 namespace orvo {
 
 /// A program folder of its own with the three databases, complete and empty. On PostgreSQL the server's two
-/// stand on the test run's server. They go when it goes, connections or not.
+/// stand on the test run's server, on SQL Server behind a server of its own. They go when it goes,
+/// connections or not.
 class test_register {
 public:
     explicit test_register(engine kind);
@@ -28,6 +30,8 @@ private:
     QTemporaryDir home_;
     server_address address_;
     std::optional<postgresql_databases::pair> databases_;
+    std::optional<QTemporaryDir> server_home_;
+    std::unique_ptr<tds_server> server_;
 };
 
 /// The clock of tests: 2026-11-22 10:00:00, a Sunday.

@@ -1,0 +1,242 @@
+#include "db/odbc_line.h"
+
+#include <QRegularExpression>
+
+#include <array>
+#include <future>
+#include <thread>
+
+namespace orvo {
+
+using std::chrono::steady_clock;
+
+namespace {
+
+/// FreeTDS numbers its own words from 20000 on; this is a write that did not go out.
+constexpr int drivers_own_thousands = 20;
+constexpr int not_sent = 20006;
+
+QString text_of(const SQLWCHAR* letters)
+{
+    return QString::fromUtf16(reinterpret_cast<const char16_t*>(letters));
+}
+
+SQLPOINTER number_attribute(qint64 value)
+{
+    return reinterpret_cast<SQLPOINTER>(static_cast<std::intptr_t>(value));
+}
+
+failure_kind kind_of(const QString& state, int number)
+{
+    switch (number) {
+    case 18456: // wrong user or password
+    case 18452: // no trusted login
+    case 18470: // the login is disabled
+    case 18486: // the login is locked
+    case 18487: // the password has expired
+    case 18488: // the password must be changed
+    case 4060:  // no such database, or not for this user
+    case 229:   // no right to the table
+        return failure_kind::login_refused;
+    case 220:  // beyond tinyint, smallint
+    case 232:  // beyond the type
+    case 248:  // a text beyond int
+    case 8115: // a sum beyond its type
+    case 2628: // a text too long, with the column's name
+    case 8152: // a text too long
+        return failure_kind::overflow;
+    case 2601:
+    case 2627:
+        return failure_kind::duplicate;
+    case 245:
+    case 8114:
+        return failure_kind::conversion;
+    case 1222: // a lock was waited for too long
+        return failure_kind::timed_out;
+    case 1105:
+    case 9002:
+        return failure_kind::disk_full;
+    default:
+        break;
+    }
+    if (state == QLatin1String("28000"))
+        return failure_kind::login_refused;
+    if (state == QLatin1String("22003") || state == QLatin1String("22001"))
+        return failure_kind::overflow;
+    if (state == QLatin1String("22018"))
+        return failure_kind::conversion;
+    if (state == QLatin1String("HYT00") || state == QLatin1String("HYT01"))
+        return failure_kind::timed_out;
+    if (state == QLatin1String("HY008"))
+        return failure_kind::cancelled;
+    return state.startsWith(QLatin1String("08")) ? failure_kind::line_lost : failure_kind::other;
+}
+
+/// A value of the connection text. FreeTDS takes everything as far as "};"; other drivers want a brace
+/// within doubled.
+QString in_braces(QString value, bool is_freetds)
+{
+    static const QRegularExpression special{QStringLiteral("[;{}=]|^\\s|\\s$")};
+    if (!value.contains(special))
+        return value;
+    if (!is_freetds)
+        value.replace(u'}', QStringLiteral("}}"));
+    return u'{' + value + u'}';
+}
+
+QString encryption(const QString& tls, bool is_freetds)
+{
+    if (tls == QLatin1String("require"))
+        return is_freetds ? QStringLiteral("Encryption=require;") : QStringLiteral("Encrypt=yes;");
+    if (tls == QLatin1String("disable"))
+        return is_freetds ? QStringLiteral("Encryption=off;") : QStringLiteral("Encrypt=no;");
+    return is_freetds ? QStringLiteral("Encryption=request;") : QStringLiteral("Encrypt=no;");
+}
+
+} // namespace
+
+QString odbc_connection_text(const server_address& server, database where)
+{
+    const QString name = server.driver.isEmpty() ? QStringLiteral("FreeTDS") : server.driver;
+    const bool is_freetds = name.contains(QLatin1String("tds"), Qt::CaseInsensitive);
+    const QString port = QString::number(server.port ? server.port : 1433);
+    const bool has_instance = server.host.contains(u'\\') && !server.port;
+    QString text = QStringLiteral("DRIVER={%1};").arg(name);
+    const auto add = [&](const char* key, const QString& value) {
+        text += QLatin1String{key} + u'=' + in_braces(value, is_freetds) + u';';
+    };
+    add("SERVER", is_freetds || has_instance ? server.host : server.host + u',' + port);
+    if (is_freetds && !has_instance)
+        add("PORT", port);
+    add("DATABASE", where == database::mail ? server.mail_name : server.name);
+    add("UID", server.user);
+    add("PWD", server.password);
+    add("APP", QStringLiteral("orvo"));
+    if (is_freetds)
+        text += QStringLiteral("TDS_Version=7.4;ClientCharset=UTF-8;");
+    return text + encryption(server.tls, is_freetds); // the last ";" belongs to it
+}
+
+odbc_handles::~odbc_handles()
+{
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+    if (line) {
+        SQLDisconnect(line);
+        SQLFreeHandle(SQL_HANDLE_DBC, line);
+    }
+    SQLFreeHandle(SQL_HANDLE_ENV, environment);
+}
+
+void odbc_handles::fail() const
+{
+    static const QRegularExpression makers{QStringLiteral("^(\\[[^\\]]*\\])+\\s*")};
+    const SQLSMALLINT type = statement ? SQL_HANDLE_STMT : line ? SQL_HANDLE_DBC : SQL_HANDLE_ENV;
+    const SQLHANDLE handle = statement ? statement : line ? line : environment;
+    failure_kind kind = failure_kind::other;
+    QString text;
+    int best_rank = -1;
+    bool was_sent = true;
+    bool is_lost = false;
+    std::array<SQLWCHAR, 6> state{};
+    std::array<SQLWCHAR, 2048> letters{};
+    SQLINTEGER number = 0;
+    for (SQLSMALLINT i = 1;
+         SQL_SUCCEEDED(SQLGetDiagRecW(type, handle, i, state.data(), &number, letters.data(),
+                                      static_cast<SQLSMALLINT>(letters.size()), nullptr));
+         ++i) {
+        const failure_kind its_kind = kind_of(text_of(state.data()), number);
+        was_sent = was_sent && number != not_sent;
+        is_lost = is_lost || its_kind == failure_kind::line_lost;
+        // What the server says tells more than what the driver makes of it.
+        const int rank = number == 0 ? 0 : number / 1000 == drivers_own_thousands ? 1 : 2;
+        if (rank <= best_rank)
+            continue;
+        best_rank = rank;
+        kind = its_kind;
+        text = text_of(letters.data()).remove(makers).trimmed();
+        if (number)
+            text.prepend(QStringLiteral("[%1] ").arg(number));
+    }
+    SQLUINTEGER dead = SQL_CD_FALSE;
+    if (statement)
+        SQLGetConnectAttrW(line, SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr);
+    if (dead == SQL_CD_TRUE || (is_lost && (kind == failure_kind::other || kind == failure_kind::line_lost)))
+        throw line_break{text, was_sent};
+    throw db_failure{kind, text};
+}
+
+void odbc_line::open(const driver::tick& waiting)
+{
+    handles_ = std::make_shared<odbc_handles>();
+    const auto connect = [text = odbc_connection_text(server_, where_), timeout = server_.connect_timeout,
+                          statement_timeout = server_.statement_timeout](odbc_handles& to) {
+        SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &to.environment);
+        to.check(SQLSetEnvAttr(to.environment, SQL_ATTR_ODBC_VERSION, number_attribute(SQL_OV_ODBC3), 0));
+        to.check(SQLAllocHandle(SQL_HANDLE_DBC, to.environment, &to.line));
+        SQLSetConnectAttrW(to.line, SQL_ATTR_LOGIN_TIMEOUT, number_attribute(timeout.count()), 0);
+        auto* letters = reinterpret_cast<SQLWCHAR*>(
+            const_cast<char16_t*>(reinterpret_cast<const char16_t*>(text.utf16())));
+        to.check(SQLDriverConnectW(to.line, nullptr, letters, static_cast<SQLSMALLINT>(text.size()), nullptr,
+                                   0, nullptr, SQL_DRIVER_NOPROMPT));
+        SQLHSTMT statement = SQL_NULL_HSTMT;
+        to.check(SQLAllocHandle(SQL_HANDLE_STMT, to.line, &statement));
+        to.statement = statement;
+        // Braces in a text are no escapes of ODBC.
+        SQLSetStmtAttrW(statement, SQL_ATTR_NOSCAN, number_attribute(SQL_NOSCAN_ON), 0);
+        SQLSetStmtAttrW(statement, SQL_ATTR_QUERY_TIMEOUT, number_attribute(statement_timeout.count()), 0);
+    };
+    try {
+        make_call(connect, waiting, server_.connect_timeout, false);
+    } catch (const db_failure& failure) {
+        close();
+        if (failure.kind() == failure_kind::login_refused || failure.kind() == failure_kind::cancelled)
+            throw;
+        throw line_break{failure.text(), false};
+    }
+}
+
+odbc_handles& odbc_line::raw() const
+{
+    if (!handles_)
+        throw line_break{QStringLiteral("the server is not connected"), false};
+    return *handles_;
+}
+
+void odbc_line::beside(std::function<void(odbc_handles&)> call, const driver::tick& waiting)
+{
+    raw();
+    // The driver ends a statement at its time-out; where not even that works, nobody answers.
+    make_call(std::move(call), waiting, server_.statement_timeout + std::chrono::seconds{5}, true);
+}
+
+void odbc_line::make_call(std::function<void(odbc_handles&)> call, const driver::tick& waiting,
+                          std::chrono::seconds longest, bool is_statement)
+{
+    using namespace std::chrono_literals;
+    const auto deadline = steady_clock::now() + longest;
+    std::packaged_task<void()> task{[made = std::move(call), held = handles_] { made(*held); }};
+    std::future<void> over = task.get_future();
+    std::thread{std::move(task)}.detach();
+    try {
+        while (over.wait_for(30ms) == std::future_status::timeout) {
+            if (!waiting())
+                throw db_failure{failure_kind::cancelled, QStringLiteral("cancelled")};
+            if (steady_clock::now() > deadline)
+                throw line_break{QStringLiteral("the server does not answer"), is_statement};
+        }
+    } catch (...) {
+        if (is_statement)
+            SQLCancel(handles_->statement);
+        if (!is_statement || over.wait_for(2s) == std::future_status::timeout)
+            handles_.reset();
+        throw;
+    }
+    try {
+        over.get();
+    } catch (const line_break&) {
+        handles_.reset(); // or the next statement would be in doubt too
+        throw;
+    }
+}
+
+} // namespace orvo

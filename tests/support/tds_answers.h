@@ -1,0 +1,31 @@
+#pragma once
+
+#include "db/connection.h"
+#include "support/tds_tokens.h"
+
+#include <atomic>
+
+namespace orvo {
+
+/// Answers the batches of one line from one database of the embedded engine.
+class tds_answers {
+public:
+    /// No more than that many rows are sent on all lines together, where it is not negative; then the line is
+    /// cut.
+    tds_answers(tds_line& line, connection base, std::atomic<int>& rows_left);
+
+    /// Puts the tokens of the answer on the line; the end of the answer is the caller's.
+    void answer(const QString& batch);
+    /// A request of the transaction manager.
+    void answer_transaction(std::string_view message);
+    void answer_with(const tds_error& error);
+
+private:
+    tds_line& line_;
+    connection base_;
+    std::atomic<int>& rows_left_;
+
+    void run(const QString& batch);
+};
+
+} // namespace orvo

@@ -1,0 +1,181 @@
+#include "support/tds_batch.h"
+
+#include <QRegularExpression>
+
+#include <array>
+
+namespace orvo {
+
+namespace {
+
+bool is_of_a_word(QChar letter)
+{
+    return letter.isLetterOrNumber() || letter == u'_';
+}
+
+QString first_word(QStringView batch)
+{
+    const QStringView trimmed = batch.trimmed();
+    qsizetype end = 0;
+    while (end < trimmed.size() && is_of_a_word(trimmed[end]))
+        ++end;
+    return trimmed.left(end).toString().toLower();
+}
+
+tds_error syntax_error(const QString& near)
+{
+    return {102, QStringLiteral("Incorrect syntax near '%1'.").arg(near), 15};
+}
+
+/// Walks over a batch once.
+class slotter {
+public:
+    explicit slotter(const QString& batch) : batch_{batch}, is_insert_{first_word(batch) == u"insert"} {}
+
+    slotted_batch write()
+    {
+        while (at_ < batch_.size()) {
+            const QChar letter = batch_[at_];
+            if (letter == u'\'')
+                write_literal();
+            else if (letter.isDigit() && is_value())
+                write_number();
+            else
+                write_letter(letter);
+        }
+        result_.text = text_.toStdString();
+        return std::move(result_);
+    }
+
+private:
+    const QString& batch_;
+    const bool is_insert_;
+    qsizetype at_ = 0;
+    int slots_ = 0;
+    QString text_;
+    slotted_batch result_;
+
+    QString slot_of(const QString& value)
+    {
+        const QString name = QString::number(++slots_);
+        result_.given.add({name.toStdString(), value});
+        return u'{' + name + u'}';
+    }
+
+    void write_literal()
+    {
+        const bool is_national = text_.endsWith(u'N', Qt::CaseInsensitive) &&
+                                 (text_.size() == 1 || !is_of_a_word(text_[text_.size() - 2]));
+        if (is_national)
+            text_.chop(1);
+        QString value;
+        for (++at_; at_ < batch_.size(); ++at_) {
+            if (batch_[at_] == u'\'') {
+                ++at_;
+                if (at_ == batch_.size() || batch_[at_] != u'\'') {
+                    text_ += u'\'' + slot_of(value) + u'\'';
+                    return;
+                }
+            }
+            value += batch_[at_];
+        }
+        throw tds_error{
+            105, QStringLiteral("Unclosed quotation mark after the character string '%1'.").arg(value), 15};
+    }
+
+    /// Whether the digits that come are compared, stored or calculated with, and no part of a name.
+    bool is_value() const
+    {
+        if (!text_.isEmpty() && is_of_a_word(text_.back()))
+            return false;
+        const QString before = text_.trimmed();
+        const QStringView signs = is_insert_ ? QStringView{u"=<>+-*,("} : QStringView{u"=<>+-*"};
+        return !before.isEmpty() && signs.contains(before.back());
+    }
+
+    void write_number()
+    {
+        const qsizetype from = at_;
+        while (at_ < batch_.size() && batch_[at_].isDigit())
+            ++at_;
+        text_ += slot_of(batch_.mid(from, at_ - from));
+    }
+
+    void write_letter(QChar letter)
+    {
+        const QStringView rest = QStringView{batch_}.mid(at_);
+        for (const QStringView comment : {u"--", u"/*"})
+            if (rest.startsWith(comment))
+                throw syntax_error(comment.toString());
+        const bool is_last = rest.mid(1).trimmed().isEmpty();
+        if (letter == u'{' || letter == u'}' || (letter == u';' && !is_last))
+            throw syntax_error(letter);
+        if (letter != u';')
+            text_ += letter;
+        ++at_;
+    }
+};
+
+} // namespace
+
+batch_kind kind_of_batch(QStringView batch)
+{
+    static const std::array<std::pair<QStringView, batch_kind>, 6> known{
+        {{u"", batch_kind::setting},
+         {u"set", batch_kind::setting},
+         {u"use", batch_kind::setting},
+         {u"begin", batch_kind::begin},
+         {u"commit", batch_kind::commit},
+         {u"rollback", batch_kind::roll_back}}};
+    const QString word = first_word(batch);
+    for (const auto& [name, kind] : known)
+        if (word == name)
+            return kind;
+    return batch_kind::statement;
+}
+
+slotted_batch with_slots(const QString& batch)
+{
+    return slotter{batch}.write();
+}
+
+tds_error error_of(const db_failure& failure)
+{
+    const QString& text = failure.text();
+    const auto has = [&](const char* part) { return text.contains(QLatin1String{part}); };
+    const QString name = text.section(QLatin1String{": "}, 1).trimmed();
+    switch (failure.kind()) {
+    case failure_kind::duplicate:
+        return {2627,
+                QStringLiteral("Violation of PRIMARY KEY constraint. Cannot insert duplicate key in object "
+                               "'dbo.%1'.")
+                    .arg(name.section(u'.', 0, 0)),
+                14};
+    case failure_kind::conversion:
+        return {245,
+                QStringLiteral("Conversion failed when converting the nvarchar value '%1' to data type int.")
+                    .arg(text.section(u'"', 1, 1))};
+    case failure_kind::overflow:
+        if (has("length("))
+            return {8152, QStringLiteral("String or binary data would be truncated."), 16, 14};
+        return {8115, QStringLiteral("Arithmetic overflow error converting expression to data type int."), 16,
+                2};
+    case failure_kind::timed_out:
+        return {1222, QStringLiteral("Lock request time out period exceeded.")};
+    default:
+        break;
+    }
+    if (has("integer overflow"))
+        return {8115, QStringLiteral("Arithmetic overflow error converting expression to data type bigint."),
+                16, 2};
+    if (has("no such table"))
+        return {208, QStringLiteral("Invalid object name '%1'.").arg(name)};
+    if (has("no such column") || has("has no column named"))
+        return {207, QStringLiteral("Invalid column name '%1'.").arg(text.section(u' ', -1))};
+    static const QRegularExpression near{QStringLiteral("near \"(.*)\": syntax error")};
+    if (const auto found = near.match(text); found.hasMatch())
+        return syntax_error(found.captured(1));
+    return {50000, text};
+}
+
+} // namespace orvo

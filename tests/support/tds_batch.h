@@ -1,0 +1,28 @@
+#pragma once
+
+#include "db/failure.h"
+#include "db/values.h"
+#include "support/tds_tokens.h"
+
+namespace orvo {
+
+/// What the server does with a batch.
+enum class batch_kind { statement, setting, begin, commit, roll_back };
+
+batch_kind kind_of_batch(QStringView batch);
+
+/// A statement as the client's own layer takes it. Literals are slots in it, so that a brace in a value is a
+/// letter, and statements that differ in their values alone are prepared once.
+struct slotted_batch {
+    std::string text;
+    values given;
+};
+
+/// Throws tds_error on a literal that does not end, and on what no statement of the client has outside its
+/// literals: a comment, a second statement.
+slotted_batch with_slots(const QString& batch);
+
+/// A failure of the embedded engine in a server's numbers and words.
+tds_error error_of(const db_failure& failure);
+
+} // namespace orvo
