@@ -95,11 +95,11 @@ struct at_start {
     {
         QDir{its.folder().path}.mkpath("conf");
         overwrite(its.folder().file("conf/connection.ini"),
-                  QStringLiteral("[SERVER]\nengine=postgresql\nhost=%1\nport=%2\nuser=%3\ndatabase=%4\n"
-                                 "mail_database=%5\ntls=disable\n")
-                      .arg(server.host)
+                  QStringLiteral("[SERVER]\nengine=%1\nhost=%2\nport=%3\nuser=%4\npassword=%5\ndatabase=%6\n"
+                                 "mail_database=%7\ntls=disable\n")
+                      .arg(name_of(server.kind), server.host)
                       .arg(server.port)
-                      .arg(server.user, server.name, server.mail_name)
+                      .arg(server.user, server.password, server.name, server.mail_name)
                       .toUtf8());
     }
     bool run()
@@ -127,7 +127,7 @@ private Q_SLOTS:
     {
         FETCH_ENGINE(kind);
         at_start at{kind};
-        if (kind == engine::postgresql)
+        if (kind != engine::embedded)
             at.configure(at.its.address());
         at.hands.will_log_in();
         QVERIFY(at.run());
@@ -182,7 +182,7 @@ private Q_SLOTS:
         const QString path = file_of(at.its.address(), database::server);
         const auto take_away = [&] { proxy ? proxy->refuse() : void(QFile::rename(path, path + ".away")); };
         const auto bring_back = [&] { proxy ? proxy->resume() : void(QFile::rename(path + ".away", path)); };
-        if (kind == engine::postgresql) {
+        if (kind != engine::embedded) {
             proxy = std::make_unique<pausable_proxy>(at.its.address());
             at.configure(proxy->address());
         }

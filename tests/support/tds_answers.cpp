@@ -45,6 +45,11 @@ tds_column described(std::string_view name, const cell& first)
     return result;
 }
 
+bool is_definition(const QString& batch)
+{
+    return batch.startsWith(QLatin1String("create ")) || batch.startsWith(QLatin1String("drop "));
+}
+
 /// Sends rows as they come. The columns go before the first, since its values tell their types.
 class row_writer : public row_sink {
 public:
@@ -203,6 +208,11 @@ void tds_answers::run(const QString& batch)
         return;
     }
     case verb::other:
+        if (is_definition(batch)) {
+            base_.direct(batch.toStdString());
+            line_.put(done_token(done_plainly));
+            return;
+        }
         throw tds_error{102, QStringLiteral("Incorrect syntax near '%1'.").arg(batch.section(u' ', 0, 0)),
                         15};
     default:
