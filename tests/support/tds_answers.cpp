@@ -2,12 +2,9 @@
 
 #include "db/schema/schema.h"
 #include "db/statement_text.h"
-#include "support/tds_batch.h"
 
 #include <algorithm>
 #include <charconv>
-#include <limits>
-#include <stdexcept>
 
 namespace orvo {
 
@@ -162,8 +159,13 @@ tds_answers::tds_answers(tds_line& line, connection base, std::atomic<int>& rows
 
 void tds_answers::answer(const QString& batch)
 {
+    or_answer_failure([&] { run(batch); });
+}
+
+void tds_answers::or_answer_failure(const std::function<void()>& act)
+{
     try {
-        run(batch);
+        act();
     } catch (const tds_error& error) {
         answer_with(error);
     } catch (const db_failure& failure) {
@@ -181,61 +183,86 @@ void tds_answers::run(const QString& batch)
 {
     switch (kind_of_batch(batch)) {
     case batch_kind::setting:
-        line_.put(done_token(done_plainly));
-        return;
+        break;
     case batch_kind::begin:
-        base_.direct("begin");
-        line_.put(transaction_begun_token());
-        line_.put(done_token(done_plainly));
-        return;
+        begin();
+        break;
     case batch_kind::commit:
-    case batch_kind::roll_back: {
-        const bool commits = kind_of_batch(batch) == batch_kind::commit;
-        base_.direct(commits ? "commit" : "rollback");
-        line_.put(transaction_over_token(commits));
-        line_.put(done_token(done_plainly));
-        return;
-    }
+        end_transaction(true);
+        break;
+    case batch_kind::roll_back:
+        end_transaction(false);
+        break;
     case batch_kind::statement:
+        if (!is_definition(batch))
+            return run_statement(with_slots(batch));
+        base_.direct(batch.toStdString());
         break;
     }
-    const slotted_batch statement = with_slots(batch);
-    switch (statement_text{statement.text}.what()) {
+    line_.put(done_token(done_plainly));
+}
+
+void tds_answers::run_statement(const std::vector<slotted_batch>& rows)
+{
+    const slotted_batch& first = rows.front();
+    switch (statement_text{first.text}.what()) {
     case verb::select: {
         row_writer writer{line_, rows_left_};
-        base_.read_each(statement.text, statement.given, writer);
-        writer.end();
-        return;
+        base_.read_each(first.text, first.given, writer);
+        return writer.end();
     }
     case verb::other:
-        if (is_definition(batch)) {
-            base_.direct(batch.toStdString());
-            line_.put(done_token(done_plainly));
-            return;
-        }
-        throw tds_error{102, QStringLiteral("Incorrect syntax near '%1'.").arg(batch.section(u' ', 0, 0)),
-                        15};
+        throw syntax_error(QString::fromStdString(first.text).section(u' ', 0, 0));
     default:
-        const qint64 written = base_.write(statement.text, statement.given);
-        line_.put(done_token(done_with_count, static_cast<quint64>(written)));
+        line_.put(done_token(done_with_count, static_cast<quint64>(write(rows))));
     }
+}
+
+qint64 tds_answers::write(const std::vector<slotted_batch>& rows)
+{
+    qint64 written = 0;
+    base_.direct("savepoint rows"); // all of them or none
+    try {
+        for (const slotted_batch& each : rows)
+            written += base_.write(each.text, each.given);
+    } catch (const db_failure&) {
+        base_.direct("rollback to rows");
+        base_.direct("release rows");
+        throw;
+    }
+    base_.direct("release rows");
+    return written;
+}
+
+void tds_answers::begin()
+{
+    base_.direct("begin");
+    line_.put(transaction_begun_token());
+}
+
+void tds_answers::end_transaction(bool commits)
+{
+    base_.direct(commits ? "commit" : "rollback");
+    line_.put(transaction_over_token(commits));
 }
 
 void tds_answers::answer_transaction(std::string_view message)
 {
-    constexpr int begin = 5;
-    constexpr int commit = 7;
-    constexpr int roll_back = 8;
-    switch (number_at(behind_headers(message), 0, 2)) {
-    case begin:
-        return answer(QStringLiteral("begin"));
-    case commit:
-        return answer(QStringLiteral("commit"));
-    case roll_back:
-        return answer(QStringLiteral("rollback"));
-    default:
-        return answer_with({3986, QStringLiteral("The transaction manager request is not known.")});
-    }
+    constexpr int to_begin = 5;
+    constexpr int to_commit = 7;
+    constexpr int to_roll_back = 8;
+    const std::string_view request = behind_headers(message);
+    const auto wish = number_at(request, 0, 2);
+    or_answer_failure([&] {
+        if (wish == to_commit || wish == to_roll_back)
+            end_transaction(wish == to_commit);
+        else if (wish != to_begin)
+            throw tds_error{3986, QStringLiteral("The transaction manager request is not known.")};
+        // One that ends a transaction may ask for the next in the same breath: a bit behind the name.
+        if (wish == to_begin || number_at(request, 3 + number_at(request, 2, 1), 1) & 1)
+            begin();
+        line_.put(done_token(done_plainly));
+    });
 }
 
 } // namespace orvo

@@ -1,9 +1,10 @@
 #pragma once
 
 #include "db/connection.h"
-#include "support/tds_tokens.h"
+#include "support/tds_batch.h"
 
 #include <atomic>
+#include <functional>
 
 namespace orvo {
 
@@ -25,7 +26,12 @@ private:
     connection base_;
     std::atomic<int>& rows_left_;
 
+    void or_answer_failure(const std::function<void()>& act);
     void run(const QString& batch);
+    void run_statement(const std::vector<slotted_batch>& rows);
+    qint64 write(const std::vector<slotted_batch>& rows);
+    void begin();
+    void end_transaction(bool commits);
 };
 
 } // namespace orvo

@@ -22,17 +22,12 @@ QString first_word(QStringView batch)
     return trimmed.left(end).toString().toLower();
 }
 
-tds_error syntax_error(const QString& near)
-{
-    return {102, QStringLiteral("Incorrect syntax near '%1'.").arg(near), 15};
-}
-
 /// Walks over a batch once.
 class slotter {
 public:
     explicit slotter(const QString& batch) : batch_{batch}, is_insert_{first_word(batch) == u"insert"} {}
 
-    slotted_batch write()
+    std::vector<slotted_batch> write()
     {
         while (at_ < batch_.size()) {
             const QChar letter = batch_[at_];
@@ -43,8 +38,8 @@ public:
             else
                 write_letter(letter);
         }
-        result_.text = text_.toStdString();
-        return std::move(result_);
+        end_statement();
+        return std::move(statements_);
     }
 
 private:
@@ -52,13 +47,22 @@ private:
     const bool is_insert_;
     qsizetype at_ = 0;
     int slots_ = 0;
+    int depth_ = 0;
+    QString before_rows_; // of an insert, up to its first row
     QString text_;
-    slotted_batch result_;
+    values given_;
+    std::vector<slotted_batch> statements_;
+
+    void end_statement()
+    {
+        statements_.push_back({text_.toStdString(), std::exchange(given_, {})});
+        slots_ = 0;
+    }
 
     QString slot_of(const QString& value)
     {
         const QString name = QString::number(++slots_);
-        result_.given.add({name.toStdString(), value});
+        given_.add({name.toStdString(), value});
         return u'{' + name + u'}';
     }
 
@@ -88,7 +92,7 @@ private:
     {
         if (!text_.isEmpty() && is_of_a_word(text_.back()))
             return false;
-        const QString before = text_.trimmed();
+        const QStringView before = QStringView{text_}.trimmed();
         const QStringView signs = is_insert_ ? QStringView{u"=<>+-*,("} : QStringView{u"=<>+-*"};
         return !before.isEmpty() && signs.contains(before.back());
     }
@@ -110,9 +114,17 @@ private:
         const bool is_last = rest.mid(1).trimmed().isEmpty();
         if (letter == u'{' || letter == u'}' || (letter == u';' && !is_last))
             throw syntax_error(letter);
-        if (letter != u';')
-            text_ += letter;
         ++at_;
+        if (letter == u'(' && depth_++ == 0 &&
+            QStringView{text_}.trimmed().endsWith(u"values", Qt::CaseInsensitive))
+            before_rows_ = text_;
+        depth_ -= letter == u')';
+        if (letter == u',' && depth_ == 0 && !before_rows_.isEmpty()) {
+            end_statement();
+            text_ = before_rows_;
+        } else if (letter != u';') {
+            text_ += letter;
+        }
     }
 };
 
@@ -134,9 +146,14 @@ batch_kind kind_of_batch(QStringView batch)
     return batch_kind::statement;
 }
 
-slotted_batch with_slots(const QString& batch)
+std::vector<slotted_batch> with_slots(const QString& batch)
 {
     return slotter{batch}.write();
+}
+
+tds_error syntax_error(const QString& near)
+{
+    return {102, QStringLiteral("Incorrect syntax near '%1'.").arg(near), 15};
 }
 
 tds_error error_of(const db_failure& failure)

@@ -18,10 +18,11 @@ struct slotted_batch {
     values given;
 };
 
-/// Throws tds_error on a literal that does not end, and on what no statement of the client has outside its
-/// literals: a comment, a second statement.
-slotted_batch with_slots(const QString& batch);
+/// One statement; of an insert of several rows one for each. Throws tds_error on a literal that does not end,
+/// and on what no statement of the client has outside its literals: a comment, a second statement.
+std::vector<slotted_batch> with_slots(const QString& batch);
 
+tds_error syntax_error(const QString& near);
 /// A failure of the embedded engine in a server's numbers and words.
 tds_error error_of(const db_failure& failure);
 
