@@ -74,7 +74,7 @@ void remake_local_file(client& c)
         QFile::remove(path + QLatin1String(companion));
     connection fresh = make_connection(c.server, database::local, file_use::create);
     fresh.open();
-    for (const std::string& statement : make_statements(engine::embedded, database::local))
+    for (const std::string& statement : make_local_statements())
         fresh.direct(statement);
     try {
         sync_codes(c.db_conn, fresh);

@@ -29,12 +29,8 @@ std::chrono::seconds seconds_of(const program_folder& folder, const QString& key
 
 engine engine_of(const QString& name)
 {
-    if (name == QLatin1String("embedded"))
-        return engine::embedded;
-    if (name == QLatin1String("postgresql"))
-        return engine::postgresql;
-    if (name == QLatin1String("sqlserver"))
-        return engine::sqlserver;
+    if (const auto known = engine_named(name))
+        return *known;
     throw db_failure{
         failure_kind::other,
         QStringLiteral("conf/connection.ini의 engine 값 \"%1\"을(를) 알 수 없습니다.").arg(name)};

@@ -6,6 +6,30 @@
 
 namespace orvo {
 
+std::optional<engine> engine_named(const QString& name)
+{
+    if (name == QLatin1String("embedded"))
+        return engine::embedded;
+    if (name == QLatin1String("postgresql"))
+        return engine::postgresql;
+    if (name == QLatin1String("sqlserver"))
+        return engine::sqlserver;
+    return {};
+}
+
+QString in_words(const server_address& server)
+{
+    switch (server.kind) {
+    case engine::postgresql:
+        return QStringLiteral("PostgreSQL ") + server.host;
+    case engine::sqlserver:
+        return QStringLiteral("SQL Server ") + server.host;
+    case engine::embedded:
+        break;
+    }
+    return QStringLiteral("내장 DB");
+}
+
 QString file_of(const server_address& server, database which)
 {
     switch (which) {

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <chrono>
+#include <optional>
 
 namespace orvo {
 
@@ -23,6 +24,11 @@ struct server_address {
     std::chrono::seconds connect_timeout{15};
     std::chrono::seconds statement_timeout{30};
 };
+
+/// The engine of that name in a configuration: "embedded", "postgresql", "sqlserver"; nothing for another.
+std::optional<engine> engine_named(const QString& name);
+/// The engine and its server in an operator's words.
+QString in_words(const server_address& server);
 
 enum class file_use { existing, create };
 

@@ -97,17 +97,7 @@ void main_frm::build_status_bar()
         each->setContentsMargins(8, 0, 8, 0);
         statusBar()->addPermanentWidget(each);
     }
-    switch (c_.db_conn.kind()) {
-    case engine::embedded:
-        engine_lbl->setText(QStringLiteral("내장 DB"));
-        break;
-    case engine::postgresql:
-        engine_lbl->setText(QStringLiteral("PostgreSQL %1").arg(c_.server.host));
-        break;
-    case engine::sqlserver:
-        engine_lbl->setText(QStringLiteral("SQL Server %1").arg(c_.server.host));
-        break;
-    }
+    engine_lbl->setText(in_words(c_.server));
     auto* look = new QTimer{this};
     connect(look, &QTimer::timeout, this, [this] { show_server_state(); });
     look->start(1000);

@@ -6,27 +6,10 @@
 
 namespace orvo::setup {
 
-namespace {
-
-std::string_view names_text(engine kind)
-{
-    switch (kind) {
-    case engine::embedded:
-        return "select name from sqlite_master where type='table'";
-    case engine::postgresql:
-        return "select table_name as name from information_schema.tables where table_schema=current_schema()";
-    case engine::sqlserver:
-        break;
-    }
-    return "select table_name as name from information_schema.tables";
-}
-
-} // namespace
-
 std::vector<QString> standing_tables(connection& on)
 {
     std::vector<QString> standing;
-    for (const auto& each : on.read(names_text(on.kind())))
+    for (const auto& each : on.read(table_names_text(on.kind())))
         standing.push_back(each.text("name").toLower());
     return standing;
 }

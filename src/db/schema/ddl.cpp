@@ -135,4 +135,22 @@ std::vector<std::string> make_statements(engine kind, database where)
     return all;
 }
 
+std::vector<std::string> make_local_statements()
+{
+    return make_statements(engine::embedded, database::local);
+}
+
+std::string_view table_names_text(engine kind)
+{
+    switch (kind) {
+    case engine::embedded:
+        return "select name from sqlite_master where type='table'";
+    case engine::postgresql:
+        return "select table_name as name from information_schema.tables where table_schema=current_schema()";
+    case engine::sqlserver:
+        break;
+    }
+    return "select table_name as name from information_schema.tables";
+}
+
 } // namespace orvo

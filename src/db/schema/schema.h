@@ -54,5 +54,7 @@ int width_of(std::string_view table_name, std::string_view column_name);
 
 /// The statements that make the tables and indexes of a database on an engine.
 std::vector<std::string> make_statements(engine kind, database where);
+/// The same for the workstation's file, which is embedded on every engine.
+std::vector<std::string> make_local_statements();
 
 } // namespace orvo
