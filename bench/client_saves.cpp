@@ -2,7 +2,6 @@
 
 #include "dues/rules/payments.h"
 #include "members/rules/member_update.h"
-#include "members/rules/registration.h"
 
 namespace orvo::bench {
 
@@ -10,7 +9,9 @@ namespace {
 
 const QString today = QStringLiteral("20260131");
 
-/// All that a form can hold: the dates of a payment, a pledge and a workplace. The floor stores the same.
+} // namespace
+
+/// The floor stores the same.
 new_member filled_form()
 {
     const auto text = [](const char* utf8) { return QString::fromUtf8(utf8); };
@@ -72,6 +73,8 @@ new_member filled_form()
     w.primary_flag = text("1");
     return typed;
 }
+
+namespace {
 
 /// The form of the turn's member, filled in ahead of the clock.
 new_member typed_for(const member_year& whose)
