@@ -10,8 +10,9 @@ using std::chrono::steady_clock;
 
 /// SQL Server takes no more in one insert.
 constexpr int rows_of_an_insert = 1000;
-/// How long a line may lie idle before it is asked whether it still holds.
-constexpr std::chrono::seconds trusted_silence{5};
+/// How long a line may lie idle before it is asked whether it still holds: longer than between the statements
+/// of one save, shorter than the pause of an operator.
+constexpr std::chrono::seconds trusted_silence{1};
 
 bool patient()
 {
@@ -39,7 +40,7 @@ private:
     steady_clock::time_point answered_;
 
     void expect_alive(const tick& waiting);
-    void carry_out(const std::string& sql);
+    void carry_out(const std::string& sql, const tick& waiting = patient);
     void let_go();
 };
 
@@ -55,10 +56,8 @@ void odbc_driver::expect_alive(const tick& waiting)
 {
     if (steady_clock::now() - answered_ < trusted_silence)
         return;
-    const auto answer = std::make_shared<odbc_result>();
     try {
-        line_.beside([answer](odbc_handles& on) { answer->begin(on, "select 1"); }, waiting);
-        let_go();
+        carry_out("select 1", waiting);
     } catch (const line_break& lost) {
         throw line_break{lost.text(), false};
     }
@@ -102,11 +101,14 @@ void odbc_driver::let_go()
     }
 }
 
-void odbc_driver::carry_out(const std::string& sql)
+void odbc_driver::carry_out(const std::string& sql, const tick& waiting)
 {
-    odbc_result answer;
-    for (answer.begin(line_.raw(), sql); !answer.is_over(); answer.next(line_.raw())) {
-    }
+    const auto carry = [sql](odbc_handles& on) {
+        odbc_result answer;
+        for (answer.begin(on, sql); !answer.is_over(); answer.next(on)) {
+        }
+    };
+    line_.beside(carry, waiting);
     answered_ = steady_clock::now();
 }
 

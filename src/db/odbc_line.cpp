@@ -174,10 +174,10 @@ void odbc_line::open(const driver::tick& waiting)
         to.check(SQLSetEnvAttr(to.environment, SQL_ATTR_ODBC_VERSION, number_attribute(SQL_OV_ODBC3), 0));
         to.check(SQLAllocHandle(SQL_HANDLE_DBC, to.environment, &to.line));
         SQLSetConnectAttrW(to.line, SQL_ATTR_LOGIN_TIMEOUT, number_attribute(timeout.count()), 0);
-        auto* letters = reinterpret_cast<SQLWCHAR*>(
-            const_cast<char16_t*>(reinterpret_cast<const char16_t*>(text.utf16())));
-        to.check(SQLDriverConnectW(to.line, nullptr, letters, static_cast<SQLSMALLINT>(text.size()), nullptr,
-                                   0, nullptr, SQL_DRIVER_NOPROMPT));
+        QString letters = text;
+        to.check(SQLDriverConnectW(to.line, nullptr, reinterpret_cast<SQLWCHAR*>(letters.data()),
+                                   static_cast<SQLSMALLINT>(letters.size()), nullptr, 0, nullptr,
+                                   SQL_DRIVER_NOPROMPT));
         SQLHSTMT statement = SQL_NULL_HSTMT;
         to.check(SQLAllocHandle(SQL_HANDLE_STMT, to.line, &statement));
         to.statement = statement;
@@ -186,10 +186,12 @@ void odbc_line::open(const driver::tick& waiting)
         SQLSetStmtAttrW(statement, SQL_ATTR_QUERY_TIMEOUT, number_attribute(statement_timeout.count()), 0);
     };
     try {
-        make_call(connect, waiting, server_.connect_timeout, false);
+        make_call(connect, waiting, server_.connect_timeout + std::chrono::seconds{1}, false);
     } catch (const db_failure& failure) {
         close();
-        if (failure.kind() == failure_kind::login_refused || failure.kind() == failure_kind::cancelled)
+        // Other than that it is ODBC itself: without its driver no second try will help.
+        using enum failure_kind;
+        if (failure.kind() == login_refused || failure.kind() == cancelled || failure.kind() == other)
             throw;
         throw line_break{failure.text(), false};
     }
@@ -227,7 +229,7 @@ void odbc_line::make_call(std::function<void(odbc_handles&)> call, const driver:
     } catch (...) {
         if (is_statement)
             SQLCancel(handles_->statement);
-        if (!is_statement || over.wait_for(2s) == std::future_status::timeout)
+        if (!is_statement || over.wait_for(1s) == std::future_status::timeout)
             handles_.reset();
         throw;
     }

@@ -6,7 +6,7 @@ namespace orvo {
 
 namespace {
 
-constexpr std::size_t rows_at_a_time = 256;
+constexpr std::size_t rows_at_a_time = 64;
 constexpr std::size_t piece_letters = 4096;
 
 bool is_whole_number(SQLSMALLINT type)
@@ -121,7 +121,8 @@ odbc_result::field odbc_result::read_number(odbc_handles& on, SQLUSMALLINT colum
     return {size == SQL_NULL_DATA ? cell::kind::null : cell::kind::number, number, 0};
 }
 
-/// In pieces of UTF-16: read into bytes of the declared width, Hangul comes back empty without an error.
+/// In pieces of UTF-16, put together before they are read, as a letter's halves can lie in two of them. Read
+/// into bytes of the declared width, Hangul comes back empty without an error.
 odbc_result::field odbc_result::read_text(odbc_handles& on, SQLUSMALLINT column)
 {
     const std::size_t begin = bytes_.size();
@@ -139,8 +140,7 @@ odbc_result::field odbc_result::read_text(odbc_handles& on, SQLUSMALLINT column)
             wide_.append(piece_.data(), static_cast<std::size_t>(size) / sizeof(char16_t));
             break;
         }
-        // A full piece ends with a 0, or with two where a letter of two halves would have been cut.
-        wide_.append(piece_.data(), piece_[piece_letters - 2] ? piece_letters - 1 : piece_letters - 2);
+        wide_.append(piece_.data(), piece_letters - 1); // and a 0
     }
     append_utf8(bytes_, wide_);
     return {cell::kind::text, static_cast<std::int64_t>(begin), bytes_.size() - begin};

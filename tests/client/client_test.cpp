@@ -62,13 +62,15 @@ private Q_SLOTS:
         QCOMPARE((QStringList{usual.host, usual.name, usual.mail_name, usual.tls, usual.password}),
                  (QStringList{"localhost", "orvo_db", "orvo_mail", "prefer", ""}));
 
-        const server_address all = read(
-            "engine=PostgreSQL\nhost=10.0.0.7\nport=5433\nuser=orvo\npassword=\" p;w=d \"\n"
-            "database=register\nmail_database=mail\ntls=require\nconnect_timeout=3\nstatement_timeout=60\n");
+        const server_address all =
+            read("engine=PostgreSQL\nhost=10.0.0.7\nport=5433\nuser=orvo\npassword=\" p;w=d \"\n"
+                 "database=register\nmail_database=mail\ndriver=a b\ntls=require\nconnect_timeout=3\n"
+                 "statement_timeout=60\n");
         QCOMPARE(all.kind, engine::postgresql);
         QCOMPARE(all.port, 5433);
-        QCOMPARE((QStringList{all.host, all.user, all.password, all.name, all.mail_name, all.tls}),
-                 (QStringList{"10.0.0.7", "orvo", " p;w=d ", "register", "mail", "require"}));
+        QCOMPARE(
+            (QStringList{all.host, all.user, all.password, all.name, all.mail_name, all.driver, all.tls}),
+            (QStringList{"10.0.0.7", "orvo", " p;w=d ", "register", "mail", "a b", "require"}));
         QCOMPARE(all.connect_timeout, std::chrono::seconds{3});
         QCOMPARE(all.statement_timeout, std::chrono::seconds{60});
         // The workstation's own file stays in its folder.

@@ -62,6 +62,9 @@ private Q_SLOTS:
             {"'); drop --", {}},
             {"  가  ", {}},
             {QString{10'000, QChar{u'한'}}, {}},
+            // in one of the two the halves of a letter lie in two pieces of the result
+            {QStringLiteral("🍚").repeated(50'000), {}},
+            {u'a' + QStringLiteral("🍚").repeated(50'000), {}},
             {"", {}},
             {QString::fromUtf8("가\0나", 7), "가나"},
         };
