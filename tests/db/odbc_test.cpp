@@ -25,7 +25,7 @@ struct server_at_hand {
     connection connect(int seconds = 20) const
     {
         server_address address = server.address();
-        address.connect_timeout = address.statement_timeout = std::chrono::seconds{seconds};
+        address.statement_timeout = std::chrono::seconds{seconds};
         connection line = make_connection(address, database::server);
         line.open();
         return line;
