@@ -25,6 +25,8 @@ public:
     program_folder folder() const { return open_program_folder(home_.path()); }
     /// One of the databases, opened.
     connection connect(database which = database::server, line_watch* watch = nullptr) const;
+    /// The server of its own that stands for SQL Server; on no other engine.
+    tds_server& sql_server() const { return *server_; }
 
 private:
     QTemporaryDir home_;
