@@ -31,7 +31,8 @@ tds_bytes& tds_bytes::text(QStringView letters)
 {
     const std::size_t from = bytes_.size();
     bytes_.resize(from + static_cast<std::size_t>(letters.size()) * 2);
-    qToLittleEndian<quint16>(letters.utf16(), letters.size(), bytes_.data() + from);
+    if (!letters.isEmpty())
+        qToLittleEndian<quint16>(letters.utf16(), letters.size(), bytes_.data() + from);
     return *this;
 }
 
@@ -52,7 +53,8 @@ QString text_at(std::string_view message, std::size_t at, std::size_t letters)
     if (bytes.size() < letters * 2)
         throw std::out_of_range{"a message ends in a text"};
     QString text{static_cast<qsizetype>(letters), Qt::Uninitialized};
-    qFromLittleEndian<quint16>(bytes.data(), text.size(), text.data());
+    if (!text.isEmpty())
+        qFromLittleEndian<quint16>(bytes.data(), text.size(), text.data());
     return text;
 }
 
