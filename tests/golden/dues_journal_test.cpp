@@ -21,10 +21,8 @@ const instalment paid{"20261103", "200000"};
 const member_receipts by_name{receipt_item::name, "김O'", "20", "0"}, all{receipt_item::name, "", "30", "10"};
 const member_receipts by_number{receipt_item::resident_number, "0'1", "20", "10"};
 const member_receipts by_licence{receipt_item::licence, "제'7", "20", "0"};
-const period_receipts of_head{paid_at::head_office, from, to, "0"},
-    of_branch{paid_at::branch, from, to, "10"};
-const member_query settled = dues_query("20260101", today, "1", "00");
-const member_query open = dues_query("20260101", today, "0", "10");
+const period_receipts head{paid_at::head_office, from, to, "0"}, branch{paid_at::branch, from, to, "10"};
+const member_query settled = dues_query(from, to, "1", "00"), open = dues_query(from, to, "0", "10");
 
 /// Kim owes 30000 of 2025, got money back for 2024 and has paid the first instalment of a pledge; Lee's mail
 /// goes to the workplace, a third member's is stopped.
@@ -78,8 +76,8 @@ const std::pair<const char*, std::function<void(at&)>> acts[] = {
     {"pers_receipt_dlg by number, branch", [](at& a) { queue_receipts(a.db, a.local, by_number); }},
     {"pers_receipt_dlg by licence", [](at& a) { queue_receipts(a.db, a.local, by_licence); }},
     {"pers_receipt_dlg by nothing", [](at& a) { queue_receipts(a.db, a.local, all); }},
-    {"dues_receipt_dlg, head office", [](at& a) { queue_receipts(a.db, a.local, of_head); }},
-    {"dues_receipt_dlg, branch", [](at& a) { queue_receipts(a.db, a.local, of_branch); }},
+    {"dues_receipt_dlg, head office", [](at& a) { queue_receipts(a.db, a.local, head); }},
+    {"dues_receipt_dlg, branch", [](at& a) { queue_receipts(a.db, a.local, branch); }},
 };
 
 } // namespace
@@ -94,7 +92,8 @@ private Q_SLOTS:
             at there;
             run(there);
             const QStringList arrived = there.on.its_register.sql_server().take_batches();
-            QCOMPARE(act + first_difference(golden_block("dues.txt", act), arrived), act);
+            const QString apart = first_difference(golden_block("dues.txt", act), arrived);
+            QVERIFY2(apart.isEmpty(), qUtf8Printable(act + (": " + apart)));
         }
     }
 };
