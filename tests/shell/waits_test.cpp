@@ -1,5 +1,8 @@
 #include "dues/rules/payments.h"
+#include "dues/rules/pledges.h"
+#include "dues/rules/yearly_dues.h"
 #include "members/rules/member_update.h"
+#include "members/rules/workplaces.h"
 #include "members/screens/insert_frm.h"
 #include "members/screens/manager_main_frm.h"
 #include "shell/openers.h"
@@ -27,6 +30,7 @@ using namespace orvo;
 namespace {
 
 const QString number = QStringLiteral("9001011234568");
+const dues_year of_2026{number, QStringLiteral("2026")};
 
 /// A client at the far end of a line, with a member who has one of everything.
 struct far_away {
@@ -80,6 +84,12 @@ void open_console(far_away& at)
 const std::vector<act>& acts()
 {
     const auto dialog = [](const char* name) { return [name](far_away& at) { at.open_dialog(name); }; };
+    const auto saving = [](const std::function<void(save_steps&)>& steps) {
+        return [steps](far_away& at) {
+            save_steps begun{at.c.db_conn};
+            steps(begun);
+        };
+    };
     static const std::vector<act> all{
         {"the registration form",
          [](far_away& at) {
@@ -127,6 +137,29 @@ const std::vector<act>& acts()
              add_payment(save, {number, "2026"}, "20", {"20261121", "", "10000", "1"}, at.c.today());
          },
          4, 4},
+        {"a payment changed",
+         saving([](save_steps& steps) { change_payment(steps, of_2026, "1", {}, "20261122"); }), 4, 4},
+        {"a payment deleted", saving([](save_steps& steps) { delete_payment(steps, of_2026, "1"); }), 4, 4},
+        {"a year added", saving([](save_steps& steps) {
+             add_year(steps, {number, "2027"}, "20", "1", "20261122");
+         }),
+         2, 2},
+        {"a year changed",
+         saving([](save_steps& steps) { change_year(steps, of_2026, "20", "1", "20261122"); }), 4, 4},
+        {"a year deleted", saving([](save_steps& steps) { delete_year(steps, of_2026); }), 2, 2},
+        {"a pledge made", saving([](save_steps& steps) { add_pledge(steps, number, "1", "20261122"); }), 1,
+         1},
+        {"an instalment added", saving([](save_steps& steps) {
+             add_instalment(steps, number, "20261122", {"20261122", "1"});
+         }),
+         3, 3},
+        {"a workplace added", saving([](save_steps& steps) {
+             add_workplace(steps, number, a_new_member().workplace, "20261122");
+         }),
+         2, 2},
+        {"a workplace deleted", saving([](save_steps& steps) { delete_workplace(steps, number, "1"); }), 1,
+         1},
+        {"a member deleted", saving([](save_steps& steps) { delete_member(steps, number); }), 9, 9},
     };
     return all;
 }
