@@ -4,6 +4,12 @@
 
 namespace orvo {
 
+/// Whether a code is a branch's: "07" is one, "00" is head office. The test is one of numbers.
+inline bool is_branch(const QString& session_branch)
+{
+    return session_branch.trimmed().toInt() != 0;
+}
+
 /// Who works here. Written by the login alone, but for `current_screen`, which each screen sets when it
 /// opens.
 struct session_variables {
@@ -19,8 +25,7 @@ struct session_variables {
     qint16 session_right3 = 0; ///< kept in admin_tbl for what may come; nothing asks for it
     qint16 current_screen = 0;
 
-    /// "07" is a branch, "00" head office: the test is one of numbers.
-    bool is_branch_operator() const { return session_branch.trimmed().toInt() != 0; }
+    bool is_branch_operator() const { return is_branch(session_branch); }
 };
 
 /// What a screen sets just before it opens a dialog on the record that the operator chose. They outlive

@@ -141,6 +141,8 @@ const std::vector<save_under_test>& saves()
              a_workplace{of_2026.pers_no}.former().store_in(db);
          },
          move_to_the_second_workplace},
+        {"a workplace is deleted", store_everything,
+         [](connection&, save_steps& steps) { delete_workplace(steps, of_2026.pers_no, "1"); }},
     };
     return all;
 }
@@ -238,7 +240,7 @@ private Q_SLOTS:
             QCOMPARE(undisturbed.steps.stored().size(), stored.last() + save.on_workstation);
         }
         const auto statements = static_cast<int>(behind.size()) - 1;
-        QVERIFY(statements > 1);
+        QVERIFY(statements > 0);
         for (int k = 0; k < statements; ++k) {
             for (const bool goes_on : {true, false}) {
                 save_run run{save};

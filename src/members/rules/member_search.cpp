@@ -1,5 +1,7 @@
 #include "members/rules/member_search.h"
 
+#include "client/session.h"
+
 namespace orvo {
 
 namespace {
@@ -27,7 +29,7 @@ std::string_view query_of(search_item item)
 member_query search_query(search_item item, const QString& key, const QString& session_branch)
 {
     member_query query{std::string{query_of(item)}, {{"key", key}}};
-    if (session_branch.trimmed().toInt() != 0) {
+    if (is_branch(session_branch)) {
         query.text += " and (code_bran='{session_branch}' or code_bran='0')";
         query.given.add({"session_branch", session_branch});
     }

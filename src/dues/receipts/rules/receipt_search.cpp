@@ -1,5 +1,6 @@
 #include "dues/receipts/rules/receipt_search.h"
 
+#include "client/session.h"
 #include "dues/receipts/rules/receipt_queue.h"
 
 #include <QElapsedTimer>
@@ -39,11 +40,6 @@ struct payment_texts {
     std::string workplace;
     values given;
 };
-
-bool is_branch(const QString& session_branch)
-{
-    return session_branch.trimmed().toInt() != 0;
-}
 
 QString gapped(const QString& day)
 {
