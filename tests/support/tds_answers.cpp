@@ -42,10 +42,8 @@ tds_column described(std::string_view name, const cell& first)
     return result;
 }
 
-bool is_definition(const QString& batch)
-{
-    return batch.startsWith(QLatin1String("create ")) || batch.startsWith(QLatin1String("drop "));
-}
+constexpr QLatin1String catalogue{"INFORMATION_SCHEMA.TABLES"};
+constexpr QLatin1String own_catalogue{"own_catalogue"};
 
 /// Sends rows as they come. The columns go before the first, since its values tell their types.
 class row_writer : public row_sink {
@@ -155,6 +153,8 @@ tds_answers::tds_answers(tds_line& line, connection base, std::atomic<int>& rows
     : line_{line}, base_{std::move(base)}, rows_left_{rows_left}
 {
     base_.direct("pragma synchronous=off"); // nothing of a test outlives it
+    base_.direct("create temp view own_catalogue as select name as TABLE_NAME from sqlite_master "
+                 "where type='table'");
 }
 
 void tds_answers::answer(const QString& batch)
@@ -193,11 +193,11 @@ void tds_answers::run(const QString& batch)
     case batch_kind::roll_back:
         end_transaction(false);
         break;
-    case batch_kind::statement:
-        if (!is_definition(batch))
-            return run_statement(with_slots(batch));
-        base_.direct(batch.toStdString());
+    case batch_kind::definition:
+        base_.direct(in_embedded_words(batch).toStdString());
         break;
+    case batch_kind::statement:
+        return run_statement(with_slots(QString{batch}.replace(catalogue, own_catalogue)));
     }
     line_.put(done_token(done_plainly));
 }
@@ -236,12 +236,21 @@ qint64 tds_answers::write(const std::vector<slotted_batch>& rows)
 
 void tds_answers::begin()
 {
+    if (++depth_ > 1)
+        return;
     base_.direct("begin");
     line_.put(transaction_begun_token());
 }
 
 void tds_answers::end_transaction(bool commits)
 {
+    if (depth_ == 0)
+        throw tds_error{commits ? 3902 : 3903,
+                        QStringLiteral("The %1 TRANSACTION request has no corresponding BEGIN TRANSACTION.")
+                            .arg(QLatin1String{commits ? "COMMIT" : "ROLLBACK"})};
+    depth_ = commits ? depth_ - 1 : 0;
+    if (depth_ > 0)
+        return;
     base_.direct(commits ? "commit" : "rollback");
     line_.put(transaction_over_token(commits));
 }

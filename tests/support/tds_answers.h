@@ -25,6 +25,7 @@ private:
     tds_line& line_;
     connection base_;
     std::atomic<int>& rows_left_;
+    int depth_ = 0; ///< of transactions: only the outermost is stored or undone
 
     void or_answer_failure(const std::function<void()>& act);
     void run(const QString& batch);

@@ -132,10 +132,13 @@ private:
 
 batch_kind kind_of_batch(QStringView batch)
 {
-    static const std::array<std::pair<QStringView, batch_kind>, 6> known{
+    static const std::array<std::pair<QStringView, batch_kind>, 9> known{
         {{u"", batch_kind::setting},
          {u"set", batch_kind::setting},
          {u"use", batch_kind::setting},
+         {u"create", batch_kind::definition},
+         {u"drop", batch_kind::definition},
+         {u"alter", batch_kind::definition},
          {u"begin", batch_kind::begin},
          {u"commit", batch_kind::commit},
          {u"rollback", batch_kind::roll_back}}};
@@ -149,6 +152,23 @@ batch_kind kind_of_batch(QStringView batch)
 std::vector<slotted_batch> with_slots(const QString& batch)
 {
     return slotter{batch}.write();
+}
+
+QString in_embedded_words(QString definition)
+{
+    static const std::pair<QRegularExpression, QString> words[] = {
+        {QRegularExpression{QStringLiteral("\\[(\\w+)\\]")}, QStringLiteral("\"\\1\"")},
+        {QRegularExpression{QStringLiteral("\\bint identity\\(1,1\\) primary key")},
+         QStringLiteral("integer primary key autoincrement")},
+        {QRegularExpression{QStringLiteral("\\b(big)?int\\b")}, QStringLiteral("integer")},
+        {QRegularExpression{QStringLiteral("\\bnvarchar\\(max\\)")}, QStringLiteral("text")},
+        {QRegularExpression{QStringLiteral("(\\w+) nvarchar\\((\\d+)\\) not null default ''")},
+         QStringLiteral("\\1 text not null default '' check(length(\\1)<=\\2)")},
+    };
+    for (const auto& [theirs, ours] : words)
+        definition.replace(theirs, ours);
+    return definition.startsWith(QLatin1String{"create table "}) ? definition + QLatin1String{" strict"}
+                                                                 : definition;
 }
 
 tds_error syntax_error(const QString& near)

@@ -7,7 +7,7 @@
 namespace orvo {
 
 /// What the server does with a batch.
-enum class batch_kind { statement, setting, begin, commit, roll_back };
+enum class batch_kind { statement, definition, setting, begin, commit, roll_back };
 
 batch_kind kind_of_batch(QStringView batch);
 
@@ -21,6 +21,10 @@ struct slotted_batch {
 /// One statement; of an insert of several rows one for each. Throws tds_error on a literal that does not end,
 /// and on what no statement of the client has outside its literals: a comment, a second statement.
 std::vector<slotted_batch> with_slots(const QString& batch);
+
+/// A definition of tables in the words of the embedded engine, whose strict tables refuse types that are not
+/// put into them.
+QString in_embedded_words(QString definition);
 
 tds_error syntax_error(const QString& near);
 /// A failure of the embedded engine in a server's numbers and words.

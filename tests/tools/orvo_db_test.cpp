@@ -1,8 +1,10 @@
 #include "base/resident_number.h"
+#include "db/schema/schema.h"
 #include "demo/demo.h"
 #include "setup/missing_tables.h"
 #include "support/engines.h"
 #include "support/files.h"
+#include "support/test_register.h"
 
 #include <QDir>
 #include <QProcess>
@@ -52,6 +54,16 @@ qint64 count(connection& db, const QString& from_where)
     return db.number("select count(*) as cnt from " + from_where.toStdString());
 }
 
+void point_at(const QString& home, const server_address& server)
+{
+    write_file(home + "/conf/connection.ini",
+               QStringLiteral("[SERVER]\nengine=%1\nhost=%2\nport=%3\nuser=%4\npassword=%5\n"
+                              "database=%6\nmail_database=%7\n")
+                   .arg(QLatin1String{name_of(server.kind)}, server.host, QString::number(server.port),
+                        server.user, server.password, server.name, server.mail_name)
+                   .toUtf8());
+}
+
 const QString plan = QStringLiteral("demo --members 50 --seed 7 --today 20240615");
 
 } // namespace
@@ -73,22 +85,61 @@ class orvo_db_test : public QObject {
     }
 
 private Q_SLOTS:
+    void check_tells_what_is_missing_data() { engines_under_test(); }
     void check_tells_what_is_missing()
     {
-        QTemporaryDir home;
-        QCOMPARE(run_tool(home.path(), "init").code, 0);
-        QCOMPARE(run_tool(home.path(), "check").code, 0);
-        connection db = open(home.path());
+        FETCH_ENGINE(kind);
+        const test_register its_register{kind};
+        const QString home = its_register.folder().path;
+        point_at(home, its_register.address());
+        for (const database each : {database::server, database::mail}) {
+            connection db = its_register.connect(each);
+            for (const table& one : tables_of(each))
+                db.direct("drop table " + std::string{one.name});
+        }
+        QCOMPARE(run_tool(home, "check").output.count(" is missing\n"),
+                 tables_of(database::server).size() + tables_of(database::mail).size());
+        QCOMPARE(run_tool(home, "init").code, 0);
+        const outcome whole = run_tool(home, "check");
+        QVERIFY2(whole.code == 0, whole.output.constData());
+        connection db = its_register.connect();
         db.direct("drop table contract");
-        db.direct("alter table company rename column company_fax to another");
-        QFile::remove(home.filePath("orvo_mail.sqlite"));
-        const outcome found = run_tool(home.path(), "check");
+        db.direct("alter table company drop column company_fax");
+        const outcome found = run_tool(home, "check");
         QCOMPARE(found.code, 1);
-        for (const char* fault :
-             {"  the table contract is missing\n", "  the column company_fax of company is missing\n",
-              "the mail queue: not as it should be\n", "the workstation's file: as it should be\n"})
-            QVERIFY2(found.output.contains(fault), found.output.constData());
-        QCOMPARE(found.output.count("missing"), 2);
+        QCOMPARE(found.output, QByteArray{"the register: not as it should be\n"
+                                          "  the column company_fax of company is missing\n"
+                                          "  the table contract is missing\n"
+                                          "the mail queue: as it should be\n"
+                                          "the workstation's file: as it should be\n"});
+    }
+
+    void check_tells_what_the_login_may_not()
+    {
+        if (!is_at_hand(engine::postgresql))
+            QSKIP("ORVO_TEST_POSTGRESQL names no server; scripts/with_postgresql.sh starts one");
+        const test_register its_register{engine::postgresql};
+        server_address reader = its_register.address();
+        reader.user = QStringLiteral("orvo_reader_%1").arg(QCoreApplication::applicationPid());
+        const std::string name = reader.user.toStdString();
+        connection owner = its_register.connect();
+        connection mail = its_register.connect(database::mail);
+        owner.direct("create role " + name + " login");
+        owner.direct("grant select,update,delete on all tables in schema public to " + name);
+        owner.direct("grant insert on school to " + name);
+        owner.direct("revoke select on religion from " + name);
+        mail.direct("grant select,insert on tbl_tempmail to " + name);
+        const QString home = its_register.folder().path;
+        point_at(home, reader);
+        const outcome found = run_tool(home, "check");
+        owner.direct("drop owned by " + name);
+        mail.direct("drop owned by " + name);
+        owner.direct("drop role " + name);
+        QCOMPARE(found.code, 1);
+        QCOMPARE(found.output.count("\n  "), tables_of(database::server).size() - 1);
+        QVERIFY(found.output.contains("  the table religion cannot be read: "));
+        QVERIFY(found.output.contains("  nothing can be added to the table company: "));
+        QVERIFY(found.output.contains("the mail queue: as it should be\n"));
     }
 
     void initTestCase()
@@ -105,27 +156,35 @@ private Q_SLOTS:
         QVERIFY(dump(new_home("other", QString{plan}.replace("seed 7", "seed 8"))) != first);
     }
 
-    void both_engines_hold_the_same()
+    void sql_server_holds_the_same()
+    {
+        const test_register its_register{engine::sqlserver};
+        const QString home = its_register.folder().path;
+        point_at(home, its_register.address());
+        const outcome made = run_tool(home, plan);
+        QVERIFY2(made.code == 0, made.errors);
+        QVERIFY(dump(home) == dump(filled_));
+    }
+
+    void postgresql_holds_the_same()
     {
         std::optional<server_address> server = postgresql_server();
         if (!server)
             QSKIP("ORVO_TEST_POSTGRESQL names no server; scripts/with_postgresql.sh starts one");
-        const QString name = QStringLiteral("orvo_db_test_%1").arg(QCoreApplication::applicationPid());
+        server->name = QStringLiteral("orvo_db_test_%1").arg(QCoreApplication::applicationPid());
+        server->mail_name = server->name + QStringLiteral("_mail");
         const QString home = new_home("postgresql");
-        write_file(home + "/conf/connection.ini",
-                   QStringLiteral("[SERVER]\nengine=postgresql\nhost=%1\nport=%2\nuser=%3\n"
-                                  "database=%4\nmail_database=%4_mail\n")
-                       .arg(server->host, QString::number(server->port), server->user, name)
-                       .toUtf8());
+        point_at(home, *server);
         QCOMPARE(run_tool(home, "init").code, 1); // the databases are not there
         QCOMPARE(run_tool(home, "init --create-databases").code, 0);
         QCOMPARE(run_tool(home, plan).code, 0);
         const QByteArray made = dump(home);
-        server->name = QStringLiteral("postgres");
-        connection maintenance = make_connection(*server, database::server);
+        server_address of_all = *server;
+        of_all.name = QStringLiteral("postgres");
+        connection maintenance = make_connection(of_all, database::server);
         maintenance.open();
-        for (const char* each : {"", "_mail"})
-            maintenance.direct("drop database " + name.toStdString() + each);
+        for (const QString& each : {server->name, server->mail_name})
+            maintenance.direct("drop database " + each.toStdString());
         QVERIFY(made == dump(filled_));
     }
 

@@ -150,7 +150,8 @@ std::string_view table_names_text(engine kind)
     case engine::sqlserver:
         break;
     }
-    return "select table_name as name from information_schema.tables";
+    // In capitals, as a database whose collation goes by case has them.
+    return "select TABLE_NAME as name from INFORMATION_SCHEMA.TABLES";
 }
 
 } // namespace orvo
