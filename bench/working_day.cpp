@@ -151,17 +151,14 @@ std::optional<working_day::opened_member> working_day::open_member(const QString
             return;
         found = true;
         member.pers_name = row->front().text("pers_name");
-        const web_identity identity = open_web_identity(c_.db_conn, pers_no);
-        member.id = identity.id;
-        member.passwd = identity.passwd;
-        const auto years = dues_years(c_.db_conn, pers_no);
-        if (!years.empty()) {
-            member.val_year = years.back().cells.front();
-            member.code_member = years.back().key;
+        const member_records records = open_records(c_.db_conn, pers_no);
+        member.id = records.login.id;
+        member.passwd = records.login.passwd;
+        if (!records.years.empty()) {
+            member.val_year = records.years.back().cells.front();
+            member.code_member = records.years.back().key;
         }
         dues_lines(c_.db_conn, pers_no, member.val_year);
-        workplaces(c_.db_conn, pers_no);
-        read_pledge(c_.db_conn, pers_no);
     });
     if (!found)
         print({QStringLiteral("failure"), QStringLiteral("a search did not find its member"), pers_no});

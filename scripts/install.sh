@@ -4,7 +4,7 @@ set -euo pipefail
 
 build=(g++ cmake ninja-build ccache pkg-config git qt6-base-dev qt6-base-dev-tools qt6-svg-dev
        qt6-translations-l10n libsqlite3-dev libpq-dev libxlsxwriter-dev unixodbc-dev)
-tests=(freetds-bin poppler-utils postgresql-15 tdsodbc odbcinst)
+tests=(freetds-bin openssl poppler-utils postgresql-15 tdsodbc odbcinst)
 screen=(fonts-nanum fonts-noto-cjk xvfb openbox)
 
 wanted=("${build[@]}" "${tests[@]}" "${screen[@]}")

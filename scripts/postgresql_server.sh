@@ -10,12 +10,16 @@ server_folder=
 server_port=
 server_settings=()
 
+run_as_server() {
+    (cd "$server_folder" && "${as_server[@]}" "$@")
+}
+
 run_server_program() {
-    (cd "$server_folder" && "${as_server[@]}" "$server_programs/$1" -D "$server_folder/data" "${@:2}")
+    run_as_server "$server_programs/$1" -D "$server_folder/data" "${@:2}"
 }
 
 start_server() {
-    local settings="-p $server_port -c listen_addresses=127.0.0.1 -c unix_socket_directories=''"
+    local settings="-p $server_port -c ssl=on -c listen_addresses=127.0.0.1 -c unix_socket_directories=''"
     run_server_program pg_ctl -l "$server_folder/server.log" -w -t 60 \
         -o "$settings ${server_settings[*]/#/-c }" start >/dev/null 2>&1
 }
@@ -33,6 +37,12 @@ make_server() {
     fi
     if ! run_server_program initdb -U postgres -A trust -E UTF8 --locale=C.UTF-8 --no-sync \
         >"$server_folder/log" 2>&1; then
+        cat "$server_folder/log" >&2
+        return 1
+    fi
+    # It offers TLS, as a register's server does.
+    if ! run_as_server openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 2 \
+        -subj /CN=127.0.0.1 -keyout data/server.key -out data/server.crt >"$server_folder/log" 2>&1; then
         cat "$server_folder/log" >&2
         return 1
     fi

@@ -210,18 +210,37 @@ qint64 connection::run(const ready_statement& text, const values& given, row_sin
     return written;
 }
 
-std::vector<rows> connection::read_together(std::initializer_list<query> queries)
+std::vector<rows> connection::run_together(const query* write, std::initializer_list<query> queries)
 {
     std::vector<rows> results(queries.size());
     std::vector<statement_run> runs;
-    for (const query& each : queries) {
+    const auto add = [&](const query& each, rows* result) {
         const ready_statement& text = ready(each.text, each.given);
-        runs.push_back({&text, text.bind(each.given), &results[runs.size()]});
-    }
+        runs.push_back({&text, text.bind(each.given), result});
+    };
+    if (write)
+        add(*write, nullptr);
+    for (auto result = results.begin(); const query& each : queries)
+        add(each, &*result++);
     const qint64 none = 0;
     persist(*runs.front().text, nullptr, none,
-            [&](const driver::tick& waiting) { way_->read_together(runs, waiting); });
+            [&](const driver::tick& waiting) { way_->run_together(runs, waiting); });
     return results;
+}
+
+std::vector<rows> connection::read_together(std::initializer_list<query> queries)
+{
+    return run_together(nullptr, queries);
+}
+
+std::vector<rows> connection::write_and_read_together(const query& write,
+                                                      std::initializer_list<query> queries)
+{
+    if (way_->has_pipeline())
+        return run_together(&write, queries);
+    // Apart: a line that breaks in the reads then leaves no doubt of the write.
+    this->write(write.text, write.given);
+    return read_together(queries);
 }
 
 rows connection::read(std::string_view text, const values& given)

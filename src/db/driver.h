@@ -45,13 +45,15 @@ public:
     /// fetches row by row. Throws failure_kind::cancelled where the tick ended it.
     virtual qint64 run(const ready_statement& statement, const std::vector<bound_value>& bound,
                        row_sink* sink, bool large, const tick& waiting) = 0;
-    /// Reads that do not depend on each other, in their order; one wait where the engine can.
-    virtual void read_together(std::span<const statement_run> reads, const tick& waiting)
+    /// Whether run_together costs one wait.
+    virtual bool has_pipeline() const { return false; }
+    /// Statements that do not depend on each other's rows, in their order.
+    virtual void run_together(std::span<const statement_run> all, const tick& waiting)
     {
-        for (const statement_run& each : reads)
+        for (const statement_run& each : all)
             run(*each.text, each.bound, each.sink, false, waiting);
     }
-    /// The same for a statement that runs many times in a row: the fields as they come, no rows, no waiting.
+    /// As run, for a statement that runs many times in a row: the fields as they come, no rows, no waiting.
     virtual void run_again(const ready_statement& statement, std::span<const cell> fields) = 0;
     /// A text of the engine's own.
     virtual void direct(const std::string& sql) = 0;

@@ -90,7 +90,9 @@ QString encryption(const QString& tls, bool is_freetds)
         return is_freetds ? QStringLiteral("Encryption=require;") : QStringLiteral("Encrypt=yes;");
     if (tls == QLatin1String("disable"))
         return is_freetds ? QStringLiteral("Encryption=off;") : QStringLiteral("Encrypt=no;");
-    return is_freetds ? QStringLiteral("Encryption=request;") : QStringLiteral("Encrypt=no;");
+    // Every server of the last decades has a certificate, if only one that it made itself.
+    return is_freetds ? QStringLiteral("Encryption=request;")
+                      : QStringLiteral("Encrypt=yes;TrustServerCertificate=yes;");
 }
 
 } // namespace

@@ -21,9 +21,10 @@ void save_steps::write(const QString& what, connection& on, std::string_view tex
     stored_.append(what);
 }
 
-rows save_steps::read(const QString& for_what, std::string_view text, const values& given)
+std::vector<rows> save_steps::read_together(const QString& for_what,
+                                            std::initializer_list<connection::query> queries)
 {
-    return towards(for_what, [&] { return on_.read(text, given); });
+    return towards(for_what, [&] { return on_.read_together(queries); });
 }
 
 } // namespace orvo

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "db/connection.h"
+#include "db/question.h"
 
 #include <QStringList>
 
@@ -20,8 +20,17 @@ public:
     }
     /// The same for a step on another database than the save's own.
     void write(const QString& what, connection& on, std::string_view text, const values& given);
-    /// What a step is made from, read between the writes: it fails as that step does.
-    rows read(const QString& for_what, std::string_view text, const values& given);
+    /// What a step is made from, asked between the writes: it fails as that step does.
+    template <typename... answers>
+    std::tuple<answers...> ask_together(const QString& for_what, const question<answers>&... each)
+    {
+        return answers_of(read_together(for_what, {each.asked...}), each...);
+    }
+    template <typename answer>
+    answer ask(const QString& for_what, const question<answer>& one)
+    {
+        return std::get<0>(ask_together(for_what, one));
+    }
 
     const QStringList& stored() const { return stored_; }
     /// Whether a step was ever sent and not answered: to go on behind it could store it twice.
@@ -31,6 +40,9 @@ private:
     connection& on_;
     QStringList stored_;
     bool in_doubt_ = false;
+
+    std::vector<rows> read_together(const QString& for_what,
+                                    std::initializer_list<connection::query> queries);
 
     template <typename act>
     auto towards(const QString& what, act sent);

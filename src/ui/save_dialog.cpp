@@ -1,6 +1,7 @@
 #include "ui/save_dialog.h"
 
 #include "ui/controls.h"
+#include "ui/enter_walk.h"
 #include "ui/member_panels.h"
 
 #include <QLabel>
@@ -13,12 +14,15 @@ constexpr int least_width = 340; // pixels
 
 } // namespace
 
-save_dialog::save_dialog(const QString& name, client& c, desk& at, QWidget* over, failures::policy how)
-    : dialog{name, c, over}, Image1{primary_button(QStringLiteral("Image1"), QStringLiteral("확인(&O)"),
-                                                   "save")},
-      Image2{button(QStringLiteral("Image2"), QStringLiteral("취소(&C)"), "x")}, desk_{at}, how_{how},
-      whose_{new QLabel}, fields_{new QWidget}, hint_{new QLabel}
+save_dialog::save_dialog(const QString& name, client& c, desk& at, QWidget* over, failures::policy how,
+                         deed what)
+    : dialog{name, c, over}, desk_{at}, how_{how}, what_{what}, whose_{new QLabel}, fields_{new QWidget},
+      hint_{new QLabel}
 {
+    const bool saves = what == deed::saving;
+    Image1 = saves ? primary_button(QStringLiteral("Image1"), QStringLiteral("확인(&O)"), "save")
+                   : button(QStringLiteral("Image1"), QStringLiteral("삭제(&D)"), "trash-2");
+    Image2 = (saves ? button : primary_button)(QStringLiteral("Image2"), QStringLiteral("취소(&C)"), "x");
     whose_->setObjectName(QStringLiteral("whose"));
     hint_->setObjectName(QStringLiteral("hint"));
     hint_->setForegroundRole(QPalette::PlaceholderText);
@@ -34,15 +38,28 @@ void save_dialog::open(const QString& title, QLayout* fields, const std::functio
 {
     fields->setContentsMargins(0, 0, 0, 0);
     fields_->setLayout(fields);
-    lay_out(below(
-        {heading(title), whose_, fields_, hint_, line({static_cast<QWidget*>(nullptr), Image1, Image2})}));
-    if (!failures::guard(c_.say, failures::policy::report, load))
+    QWidget* const to_the_right = nullptr;
+    lay_out(below({heading(title), whose_, fields_, hint_,
+                   what_ == deed::saving ? line({to_the_right, Image1, Image2})
+                                         : line({Image1, to_the_right, Image2})}));
+    const bool is_loaded = failures::guard(c_.say, failures::policy::report, [&] {
+        whose_->setText(whose());
+        load();
+    });
+    if (!is_loaded)
         Image1->setEnabled(false);
 }
 
-void save_dialog::show_whose(const QString& member)
+void save_dialog::open_to_delete(const QString& title, const std::function<QString()>& what_goes,
+                                 const QString& question)
 {
-    whose_->setText(member);
+    auto* what = new QLabel;
+    what->setObjectName(QStringLiteral("what_goes"));
+    auto* asked = new QLabel{question};
+    asked->setHidden(question.isEmpty());
+    open(title, below({what, asked}), [&] { what->setText(what_goes()); });
+    (new enter_walk{*this})->begin();
+    Image2->setFocus();
 }
 
 void save_dialog::hint(const QString& sentence)

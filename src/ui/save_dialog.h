@@ -14,16 +14,23 @@ namespace orvo {
 /// two buttons. A save that broke half way goes on behind what is stored, by the same button.
 class save_dialog : public dialog {
 public:
+    /// Where it deletes, the button that does so stands apart, and Enter is the way out.
+    enum class deed { saving, deleting };
+
     /// `how`: what becomes of a save that fails before anything of it is stored.
     save_dialog(const QString& name, client& c, desk& at, QWidget* over,
-                failures::policy how = failures::policy::report);
+                failures::policy how = failures::policy::report, deed what = deed::saving);
 
 protected:
     QPushButton *Image1, *Image2;
 
     /// Places the fields under the heading and lets `load` fill them; what could not be loaded is not saved.
     void open(const QString& title, QLayout* fields, const std::function<void()>& load);
-    void show_whose(const QString& member);
+    /// Shows what goes, and the question whether it shall where there is one.
+    void open_to_delete(const QString& title, const std::function<QString()>& what_goes,
+                        const QString& question = {});
+    /// Said under the heading; read as the dialog opens.
+    virtual QString whose() const = 0;
     /// Said quietly under the fields.
     void hint(const QString& sentence);
     /// Said instead of a save where the record is gone.
@@ -40,6 +47,7 @@ protected:
 private:
     desk& desk_;
     const failures::policy how_;
+    const deed what_;
     QLabel* whose_;
     QWidget* fields_;
     QLabel* hint_;

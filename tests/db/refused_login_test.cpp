@@ -1,5 +1,8 @@
 #include "support/engines.h"
+#include "support/failure_of.h"
 #include "support/pausable_proxy.h"
+#include "support/tds_server.h"
+#include "support/test_register.h"
 
 #include <QTest>
 #include <QtEndian>
@@ -8,7 +11,7 @@ using namespace orvo;
 
 namespace {
 
-QByteArray message(char letter, const QByteArray& content)
+QByteArray framed(char letter, const QByteArray& content)
 {
     QByteArray size{4, '\0'};
     qToBigEndian(static_cast<quint32>(content.size() + 4), size.data());
@@ -28,7 +31,7 @@ QByteArray refusal(const char* code, const char* words)
                                    QByteArray{"Rauth_failed"},
                                    {}})
         fields += each + '\0';
-    return message('E', fields);
+    return framed('E', fields);
 }
 
 } // namespace
@@ -56,7 +59,7 @@ private Q_SLOTS:
             {nowhere, refusal("28P01", password), failure_kind::login_refused, password},
             {nowhere, refusal("57P03", starting), failure_kind::line_lost, starting},
             {nowhere, refusal("53300", "full"), failure_kind::line_lost, "full"},
-            {nowhere, message('R', QByteArray{"\0\0\0\3", 4}), failure_kind::login_refused, ""}, // password?
+            {nowhere, framed('R', QByteArray{"\0\0\0\3", 4}), failure_kind::login_refused, ""}, // password?
         };
         for (const auto& [server, answer, kind, words] : cases) {
             proxy.answer_with(answer);
@@ -72,6 +75,30 @@ private Q_SLOTS:
                          qPrintable(failure.text()));
             }
             QVERIFY(!db.is_up());
+        }
+    }
+
+    void the_line_is_encrypted_as_it_is_told()
+    {
+        if (!is_at_hand(engine::postgresql))
+            QSKIP("ORVO_TEST_POSTGRESQL names no server; scripts/with_postgresql.sh starts one");
+        server_address server = *postgresql_server();
+        server.name = QStringLiteral("postgres");
+        for (const auto& [tls, encrypted] :
+             {std::pair{"", 1}, {"prefer", 1}, {"require", 1}, {"disable", 0}}) {
+            server.tls = QString::fromLatin1(tls);
+            connection db = make_connection(server, database::server);
+            db.open();
+            QCOMPARE(db.number("select count(*) as n from pg_stat_ssl where ssl and pid=pg_backend_pid()"),
+                     encrypted);
+        }
+        pausable_proxy plain{server};
+        plain.answer_with("N"); // to the question whether the server speaks TLS
+        const tds_server plain_too{test_register{engine::embedded}.address()};
+        for (server_address each : {plain.address(), plain_too.address()}) {
+            each.tls = QStringLiteral("require");
+            QCOMPARE(failure_of([&] { make_connection(each, database::server).open(); }),
+                     failure_kind::line_lost);
         }
     }
 };

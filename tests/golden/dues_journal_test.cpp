@@ -46,11 +46,11 @@ struct at {
 };
 
 const std::pair<const char*, std::function<void(at&)>> acts[] = {
-    {"kinds of members", [](at& a) { member_kinds(a.db); }},
+    {"kinds of members", [](at& a) { ask(a.db, member_kinds()); }},
     {"fee of a kind", [](at& a) { fee_of_kind(a.db, "20"); }},
-    {"year of dues", [](at& a) { read_header(a.db, year); }},
-    {"places of payment", [](at& a) { receipt_places(a.db); }},
-    {"payment", [](at& a) { read_payment(a.db, kim, "1"); }},
+    {"year of dues", [](at& a) { ask(a.db, header_of(year)); }},
+    {"places of payment", [](at& a) { ask(a.db, receipt_places()); }},
+    {"payment", [](at& a) { ask(a.db, payment_of(kim, "1")); }},
     {"console before mem_in_dlg", [](at& a) { has_header_of_year(a.db, kim, "2026"); }},
     {"mem_in_dlg", [](at& a) { add_year(a.save, opened, "30", "70000", today); }},
     {"mem_in_dlg, no kind", [](at& a) { add_year(a.save, opened, "", "70000", today); }},
@@ -63,10 +63,10 @@ const std::pair<const char*, std::function<void(at&)>> acts[] = {
     {"dues_ud_dlg", [](at& a) { change_payment(a.save, year, "1", too_much, today); }},
     {"dues_ud_dlg, no place", [](at& a) { change_payment(a.save, year, "1", nowhere, today); }},
     {"dues_del_dlg", [](at& a) { delete_payment(a.save, year, "1"); }},
-    {"pledge", [](at& a) { find_pledge(a.db, kim); }},
+    {"pledge", [](at& a) { ask(a.db, pledge_of(kim)); }},
     {"con_in_dlg, the pledge", [](at& a) { add_pledge(a.save, lee, "1000000", today); }},
     {"con_in_dlg, an instalment", [](at& a) { add_instalment(a.save, kim, "20260301", paid); }},
-    {"instalments of a day", [](at& a) { instalments_of_day(a.db, chosen); }},
+    {"instalments of a day", [](at& a) { ask(a.db, instalments_of_day(chosen)); }},
     {"con_ud_dlg", [](at& a) { change_instalment(a.save, chosen, paid, "1"); }},
     {"con_del_dlg", [](at& a) { delete_instalment(a.save, chosen); }},
     {"dues_search_dlg, head office", [](at& a) { copy_members(a.db, a.local, settled); }},

@@ -51,8 +51,7 @@ struct at_work {
     }
     void click()
     {
-        open_web_identity(db, number);
-        read_records(db, number);
+        open_records(db, number);
     }
     /// As the form does: a pledge and a workplace that were not filled in are not sent.
     void add(const new_member& typed)

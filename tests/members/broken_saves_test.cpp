@@ -42,7 +42,7 @@ void store_an_instalment(connection& db)
 /// As the dialog does: the first entry is the pledge.
 void enter_amount(connection& db, save_steps& steps)
 {
-    if (const auto pledge = find_pledge(db, of_2026.pers_no))
+    if (const auto pledge = ask(db, pledge_of(of_2026.pers_no)))
         add_instalment(steps, of_2026.pers_no, pledge->con_day, {today, "5000"});
     else
         add_pledge(steps, of_2026.pers_no, "5000", today);

@@ -114,9 +114,9 @@ private Q_SLOTS:
         filled_register on{kind};
         a_row{"id_tbl"}.with("pers_no", other).with("id", "o'neil").with("passwd", "pa'ss\\").store_in(on.db);
         for (int opened = 0; opened < 2; ++opened) {
-            QCOMPARE(open_web_identity(on.db, member).id, QString{});
-            QCOMPARE(open_web_identity(on.db, other).id, QStringLiteral("o'neil"));
-            QCOMPARE(open_web_identity(on.db, other).passwd, QStringLiteral("pa'ss\\"));
+            QCOMPARE(open_records(on.db, member).login.id, QString{});
+            const web_identity login = open_records(on.db, other).login;
+            QCOMPARE(login.id + u' ' + login.passwd, QStringLiteral("o'neil pa'ss\\"));
         }
         QCOMPARE(on.db.number("select count(*) as n from id_tbl"), 2);
     }

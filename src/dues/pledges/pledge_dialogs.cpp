@@ -4,9 +4,7 @@
 #include "base/dates.h"
 #include "dues/rules/yearly_dues.h"
 #include "ui/enter_walk.h"
-#include "ui/icons.h"
 #include "ui/member_panels.h"
-#include "ui/theme.h"
 
 #include <QLabel>
 
@@ -34,18 +32,15 @@ const QString is_gone = QStringLiteral("이 입금 내역은 이미 삭제되었
 
 } // namespace
 
-pledge_dialog::pledge_dialog(const QString& name, client& c, desk& at, QWidget* over)
-    : save_dialog{name, c, at, over}, selected_pers_no_{c.selected_pers_no}
+pledge_dialog::pledge_dialog(const QString& name, client& c, desk& at, QWidget* over, deed what)
+    : save_dialog{name, c, at, over, failures::policy::report, what}, selected_pers_no_{c.selected_pers_no}
 {
 }
 
-void pledge_dialog::open_with(const QString& title, QLayout* fields, const std::function<void()>& load)
+QString pledge_dialog::whose() const
 {
-    open(title, fields, [&] {
-        show_whose(QStringLiteral("%1 (%2)").arg(member_name(c_.local_conn, selected_pers_no_),
-                                                 selected_pers_no_.left(6)));
-        load();
-    });
+    return QStringLiteral("%1 (%2)").arg(member_name(c_.local_conn, selected_pers_no_),
+                                         selected_pers_no_.left(6));
 }
 
 bool pledge_dialog::takes(const pledge_fields& fields)
@@ -66,8 +61,8 @@ con_in_dlg::con_in_dlg(client& c, desk& at, QWidget* over)
 {
     auto* walk = new enter_walk{*this};
     fields_.con_in.set(c.today());
-    open_with(QStringLiteral("약정액 추가"), form({amount_row(fields_), date_row(fields_)}), [this] {
-        pledge_ = find_pledge(c_.db_conn, selected_pers_no_);
+    open(QStringLiteral("약정액 추가"), form({amount_row(fields_), date_row(fields_)}), [this] {
+        pledge_ = ask(c_.db_conn, pledge_of(selected_pers_no_));
         show_pledge();
     });
     fields_.chain(*walk);
@@ -96,7 +91,7 @@ bool con_in_dlg::passes_checks()
     if (!takes(fields_))
         return false;
     const bool was_pledged = pledge_.has_value();
-    pledge_ = find_pledge(c_.db_conn, selected_pers_no_);
+    pledge_ = ask(c_.db_conn, pledge_of(selected_pers_no_));
     show_pledge();
     if (pledge_.has_value() == was_pledged)
         return true;
@@ -130,10 +125,10 @@ con_ud_dlg::con_ud_dlg(client& c, desk& at, QWidget* over)
     give_up_cbb->choose_code(0);
     state_->setObjectName(QStringLiteral("state"));
     state_->setForegroundRole(QPalette::PlaceholderText);
-    open_with(QStringLiteral("약정액 수정"),
-              form({amount_row(fields_), date_row(fields_),
-                    entry{QStringLiteral("포기여부"), {give_up_cbb, state_}}}),
-              [this] { show_instalment(); });
+    open(QStringLiteral("약정액 수정"),
+         form({amount_row(fields_), date_row(fields_),
+               entry{QStringLiteral("포기여부"), {give_up_cbb, state_}}}),
+         [this] { show_instalment(); });
     fields_.chain(*walk, give_up_cbb);
     walk->begin();
     fields_.str_txt->setFocus();
@@ -144,10 +139,11 @@ con_ud_dlg::con_ud_dlg(client& c, desk& at, QWidget* over)
 /// and what they will replace stands below them.
 void con_ud_dlg::show_instalment()
 {
-    if (const auto pledge = find_pledge(c_.db_conn, selected_pers_no_))
+    const auto [pledge, of_day] =
+        ask_together(c_.db_conn, pledge_of(selected_pers_no_), instalments_of_day(chosen_));
+    if (pledge)
         state_->setText(pledge->is_given_up ? QStringLiteral("현재 상태: 포기")
                                             : QStringLiteral("현재 상태: 진행"));
-    const std::vector<instalment> of_day = instalments_of_day(c_.db_conn, chosen_);
     const instalment* chosen = chosen_among(of_day, chosen_);
     if (!chosen)
         return close_to_saving(is_gone);
@@ -165,22 +161,16 @@ void con_ud_dlg::store(save_steps& save)
 }
 
 con_del_dlg::con_del_dlg(client& c, desk& at, QWidget* over)
-    : pledge_dialog{QStringLiteral("con_del_dlg"), c, at, over}, chosen_{chosen_in(c)}
+    : pledge_dialog{QStringLiteral("con_del_dlg"), c, at, over, deed::deleting}, chosen_{chosen_in(c)}
 {
-    Image1->setText(QStringLiteral("삭제(&D)"));
-    Image1->setIcon(icon("eraser", colours().on_accent));
-    auto* what = new QLabel;
-    what->setObjectName(QStringLiteral("what_goes"));
-    open_with(QStringLiteral("약정액 삭제"),
-              below({what, new QLabel{QStringLiteral("정말 삭제 하시겠습니까?")}}),
-              [&] { what->setText(what_goes()); });
-    (new enter_walk{*this})->begin();
-    Image2->setFocus(); // so that it goes by a press that is meant
+    open_to_delete(
+        QStringLiteral("약정액 삭제"), [this] { return what_goes(); },
+        QStringLiteral("정말 삭제 하시겠습니까?"));
 }
 
 QString con_del_dlg::what_goes()
 {
-    const std::vector<instalment> of_day = instalments_of_day(c_.db_conn, chosen_);
+    const std::vector<instalment> of_day = ask(c_.db_conn, instalments_of_day(chosen_));
     const instalment* chosen = chosen_among(of_day, chosen_);
     if (!chosen) {
         close_to_saving(is_gone);

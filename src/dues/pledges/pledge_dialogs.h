@@ -8,12 +8,11 @@ namespace orvo {
 /// A dialog on the pledge of the open member.
 class pledge_dialog : public save_dialog {
 protected:
-    pledge_dialog(const QString& name, client& c, desk& at, QWidget* over);
+    pledge_dialog(const QString& name, client& c, desk& at, QWidget* over, deed what = deed::saving);
 
     const QString selected_pers_no_;
 
-    /// Whose pledge it is, above what `load` shows.
-    void open_with(const QString& title, QLayout* fields, const std::function<void()>& load);
+    QString whose() const override;
     bool takes(const pledge_fields& fields);
     void refresh(member_panels& panels) override;
 };

@@ -2,34 +2,36 @@
 
 namespace orvo {
 
-rows receipt_places(connection& db)
+question<rows> receipt_places()
 {
-    return db.read("select * from receipt_place");
+    return {{"select * from receipt_place"}, std::identity{}};
 }
 
-std::optional<payment> read_payment(connection& db, const QString& pers_no, const QString& dues_id)
+question<std::optional<payment>> payment_of(const QString& pers_no, const QString& dues_id)
 {
-    const rows found =
-        db.read("select * from dues_b_tbl where pers_no='{selected_pers_no}' and dues_id='{cur_dues_id}'",
-                {{"selected_pers_no", pers_no}, {"cur_dues_id", dues_id}});
-    if (found.empty())
-        return {};
-    const auto line = found.front();
-    return payment{line.text("pers_mem_day"), line.text("pers_mem_b_day"),
-                   QString::number(line.number("pres_money")), line.text("code_receipt")};
+    return {{"select * from dues_b_tbl where pers_no='{selected_pers_no}' and dues_id='{cur_dues_id}'",
+             {{"selected_pers_no", pers_no}, {"cur_dues_id", dues_id}}},
+            [](const rows& found) -> std::optional<payment> {
+                if (found.empty())
+                    return {};
+                const auto line = found.front();
+                return payment{line.text("pers_mem_day"), line.text("pers_mem_b_day"),
+                               QString::number(line.number("pres_money")), line.text("code_receipt")};
+            }};
 }
 
-payments_of_year count_payments(connection& db, const dues_year& year)
+question<payments_of_year> payments_in(const dues_year& year)
 {
-    payments_of_year all;
-    const rows lines =
-        db.read("select * from dues_b_tbl where pers_no='{selected_pers_no}' and val_year='{cur_val_year}'",
-                {{"selected_pers_no", year.pers_no}, {"cur_val_year", year.val_year}});
-    for (const auto line : lines) {
-        ++all.count;
-        all.sum += line.number("pres_money");
-    }
-    return all;
+    return {{"select * from dues_b_tbl where pers_no='{selected_pers_no}' and val_year='{cur_val_year}'",
+             {{"selected_pers_no", year.pers_no}, {"cur_val_year", year.val_year}}},
+            [](const rows& lines) {
+                payments_of_year all;
+                for (const auto line : lines) {
+                    ++all.count;
+                    all.sum += line.number("pres_money");
+                }
+                return all;
+            }};
 }
 
 void add_payment(save_steps& save, const dues_year& year, const QString& code_member, const payment& paid,

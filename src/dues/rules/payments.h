@@ -15,16 +15,16 @@ struct payment {
 };
 
 /// The places of payment, by `receipt_name` and `code_receipt`.
-rows receipt_places(connection& db);
+question<rows> receipt_places();
 
 /// Nothing where the line is gone.
-std::optional<payment> read_payment(connection& db, const QString& pers_no, const QString& dues_id);
+question<std::optional<payment>> payment_of(const QString& pers_no, const QString& dues_id);
 
 struct payments_of_year {
     qsizetype count = 0;
     qint64 sum = 0; ///< won
 };
-payments_of_year count_payments(connection& db, const dues_year& year);
+question<payments_of_year> payments_in(const dues_year& year);
 
 // Each of these settles the year behind its own step.
 void add_payment(save_steps& save, const dues_year& year, const QString& code_member, const payment& paid,

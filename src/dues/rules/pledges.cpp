@@ -8,45 +8,47 @@ namespace {
 
 const QString sum_step = QStringLiteral("총입금액");
 
-/// What the member's instalments come to, in won: read on the way to that step.
-qint64 paid_so_far(save_steps& save, const QString& for_step, const QString& pers_no)
+/// What the member's instalments come to, in won.
+question<qint64> paid_so_far(const QString& pers_no)
 {
-    const rows sum = save.read(for_step,
-                               "select sum(con_money) as tot_money from contract_list where "
-                               "pers_no='{selected_pers_no}'",
-                               {{"selected_pers_no", pers_no}});
-    return sum.front().number("tot_money"); // a null where there is no instalment
+    return {{"select sum(con_money) as tot_money from contract_list where pers_no='{selected_pers_no}'",
+             {{"selected_pers_no", pers_no}}},
+            // a null where there is no instalment
+            [](const rows& sum) { return sum.front().number("tot_money"); }};
 }
 
 void sum_up(save_steps& save, const QString& pers_no)
 {
-    const qint64 sum = paid_so_far(save, sum_step, pers_no);
+    const qint64 sum = save.ask(sum_step, paid_so_far(pers_no));
     save.write(sum_step, "update contract set con_money='{sum}' where pers_no='{selected_pers_no}'",
                {{"sum", sum}, {"selected_pers_no", pers_no}});
 }
 
 } // namespace
 
-std::optional<member_pledge> find_pledge(connection& db, const QString& pers_no)
+question<std::optional<member_pledge>> pledge_of(const QString& pers_no)
 {
-    const rows found =
-        db.read("select * from contract where pers_no='{selected_pers_no}'", {{"selected_pers_no", pers_no}});
-    if (found.empty())
-        return {};
-    const auto first = found.front();
-    return member_pledge{first.text("con_day"), first.number("con_amount"), first.number("con_money"),
-                         first.number("con_finish") != 0};
+    return {{"select * from contract where pers_no='{selected_pers_no}'", {{"selected_pers_no", pers_no}}},
+            [](const rows& found) -> std::optional<member_pledge> {
+                if (found.empty())
+                    return {};
+                const auto first = found.front();
+                return member_pledge{first.text("con_day"), first.number("con_amount"),
+                                     first.number("con_money"), first.number("con_finish") != 0};
+            }};
 }
 
-std::vector<instalment> instalments_of_day(connection& db, const chosen_instalment& chosen)
+question<std::vector<instalment>> instalments_of_day(const chosen_instalment& chosen)
 {
-    std::vector<instalment> all;
-    const rows found = db.read(
-        "select * from contract_list where pers_no='{selected_pers_no}' and con_date='{cur_con_date}'",
-        {{"selected_pers_no", chosen.pers_no}, {"cur_con_date", chosen.con_date}});
-    for (const auto row : found)
-        all.push_back({row.text("con_date"), QString::number(row.number("con_money")), row.text("con_id")});
-    return all;
+    return {{"select * from contract_list where pers_no='{selected_pers_no}' and con_date='{cur_con_date}'",
+             {{"selected_pers_no", chosen.pers_no}, {"cur_con_date", chosen.con_date}}},
+            [](const rows& found) {
+                std::vector<instalment> all;
+                for (const auto row : found)
+                    all.push_back(
+                        {row.text("con_date"), QString::number(row.number("con_money")), row.text("con_id")});
+                return all;
+            }};
 }
 
 const instalment* chosen_among(const std::vector<instalment>& of_day, const chosen_instalment& chosen)
@@ -87,7 +89,7 @@ void change_instalment(save_steps& save, const chosen_instalment& chosen, const 
                 {"cur_con_date", chosen.con_date},
                 {"cur_con_id", chosen.con_id}});
     const QString step = QStringLiteral("총입금액과 약정상태");
-    const qint64 sum = paid_so_far(save, step, chosen.pers_no);
+    const qint64 sum = save.ask(step, paid_so_far(chosen.pers_no));
     save.write(
         step,
         "update contract set con_money='{sum}',con_finish='{give_up}' where pers_no='{selected_pers_no}'",

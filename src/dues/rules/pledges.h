@@ -29,10 +29,10 @@ struct chosen_instalment {
     QString con_id;
 };
 
-std::optional<member_pledge> find_pledge(connection& db, const QString& pers_no);
+question<std::optional<member_pledge>> pledge_of(const QString& pers_no);
 
 /// The instalments of the member on the day of the chosen one, in the server's order.
-std::vector<instalment> instalments_of_day(connection& db, const chosen_instalment& chosen);
+question<std::vector<instalment>> instalments_of_day(const chosen_instalment& chosen);
 /// That of the chosen number among them; null where it is gone.
 const instalment* chosen_among(const std::vector<instalment>& of_day, const chosen_instalment& chosen);
 

@@ -1,26 +1,41 @@
 #include "dues/rules/settlement.h"
 
+#include <optional>
+
 namespace orvo {
 
-qint64 paid_for(save_steps& save, const QString& for_step, const dues_year& year)
+namespace {
+
+/// What is owed for the year, in won; nothing where it has no header.
+question<std::optional<qint64>> owed_for(const dues_year& year)
 {
-    const rows sum = save.read(for_step,
-                               "select sum(pres_money) as tot_money from dues_b_tbl "
-                               "where pers_no='{selected_pers_no}' and val_year='{year}'",
-                               {{"selected_pers_no", year.pers_no}, {"year", year.val_year}});
-    return sum.front().number("tot_money"); // a null where there is no line
+    return {{"select * from dues_h_tbl where pers_no='{selected_pers_no}' and val_year='{year}'",
+             {{"selected_pers_no", year.pers_no}, {"year", year.val_year}}},
+            [](const rows& header) -> std::optional<qint64> {
+                if (header.empty())
+                    return {};
+                return header.front().number("mem_dues");
+            }};
+}
+
+} // namespace
+
+question<qint64> paid_for(const dues_year& year)
+{
+    return {{"select sum(pres_money) as tot_money from dues_b_tbl "
+             "where pers_no='{selected_pers_no}' and val_year='{year}'",
+             {{"selected_pers_no", year.pers_no}, {"year", year.val_year}}},
+            // a null where there is no line
+            [](const rows& sum) { return sum.front().number("tot_money"); }};
 }
 
 void settle(save_steps& save, const dues_year& year)
 {
     const QString step = QStringLiteral("미수금");
-    const qint64 paid = paid_for(save, step, year);
-    const rows header =
-        save.read(step, "select * from dues_h_tbl where pers_no='{selected_pers_no}' and val_year='{year}'",
-                  {{"selected_pers_no", year.pers_no}, {"year", year.val_year}});
-    if (header.empty())
+    const auto [paid, owed] = save.ask_together(step, paid_for(year), owed_for(year));
+    if (!owed)
         return;
-    const qint64 balance = header.front().number("mem_dues") - paid;
+    const qint64 balance = *owed - paid;
     save.write(step,
                balance <= 0 ? "update dues_h_tbl set yet_money='{balance}',incom_flag='1' where "
                               "pers_no='{selected_pers_no}' and val_year='{year}'"

@@ -11,9 +11,9 @@ struct dues_year {
     QString val_year;
 };
 
-/// What the lines of the year come to, in won: read on the way to that step of a save. Lines are matched by
-/// the text of the year alone, so what a lifetime member paid at registration ("평생회원") counts to no year.
-qint64 paid_for(save_steps& save, const QString& for_step, const dues_year& year);
+/// What the lines of the year come to, in won. Lines are matched by the text of the year alone, so what a
+/// lifetime member paid at registration ("평생회원") counts to no year.
+question<qint64> paid_for(const dues_year& year);
 
 /// Puts the balance of the year and its mark of being paid in step with its lines, as the last step of every
 /// save that changed one. From all lines, not by the difference: so it also mends what a broken save left

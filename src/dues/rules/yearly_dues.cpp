@@ -18,9 +18,9 @@ void change_kind(save_steps& save, const QString& pers_no, const QString& code_m
 
 } // namespace
 
-rows member_kinds(connection& db)
+question<rows> member_kinds()
 {
-    return db.read("select * from money_member order by code_member asc");
+    return {{"select * from money_member order by code_member asc"}, std::identity{}};
 }
 
 std::optional<QString> fee_of_kind(connection& db, const QString& code_member)
@@ -32,15 +32,17 @@ std::optional<QString> fee_of_kind(connection& db, const QString& code_member)
     return QString::number(found.front().number("mem_dues"));
 }
 
-std::optional<dues_header> read_header(connection& db, const dues_year& year)
+question<std::optional<dues_header>> header_of(const dues_year& year)
 {
-    const rows found =
-        db.read("select * from dues_h_tbl where pers_no='{selected_pers_no}' and val_year='{cur_val_year}'",
-                slots_of(year));
-    if (found.empty())
-        return {};
-    const auto header = found.front();
-    return dues_header{header.text("code_member"), header.number("mem_dues"), header.number("yet_money")};
+    return {{"select * from dues_h_tbl where pers_no='{selected_pers_no}' and val_year='{cur_val_year}'",
+             slots_of(year)},
+            [](const rows& found) -> std::optional<dues_header> {
+                if (found.empty())
+                    return {};
+                const auto header = found.front();
+                return dues_header{header.text("code_member"), header.number("mem_dues"),
+                                   header.number("yet_money")};
+            }};
 }
 
 QString member_name(connection& local, const QString& pers_no)
@@ -78,7 +80,7 @@ void change_year(save_steps& save, const dues_year& year, const QString& code_me
                changed);
     const QString balance = QStringLiteral("미수금");
     values subtracted = slots_of(year);
-    subtracted.add({"sum", paid_for(save, balance, year)});
+    subtracted.add({"sum", save.ask(balance, paid_for(year))});
     // incom_flag stays: a year once marked as paid remains so when its dues are raised later, until the next
     // payment is settled. Whoever lists the paid years goes by the mark, not by the balance.
     save.write(balance,

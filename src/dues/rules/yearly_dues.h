@@ -14,11 +14,11 @@ struct dues_header {
 };
 
 /// The member kinds with their fees, by `mem_kind` and `code_member`.
-rows member_kinds(connection& db);
+question<rows> member_kinds();
 /// The fee of a kind, in won; nothing where the fee table has no such kind.
 std::optional<QString> fee_of_kind(connection& db, const QString& code_member);
 
-std::optional<dues_header> read_header(connection& db, const dues_year& year);
+question<std::optional<dues_header>> header_of(const dues_year& year);
 
 /// The member's name by the copy of the last search; empty where he is not in it.
 QString member_name(connection& local, const QString& pers_no);

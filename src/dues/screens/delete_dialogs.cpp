@@ -4,42 +4,25 @@
 #include "base/dates.h"
 #include "dues/rules/payments.h"
 #include "dues/rules/yearly_dues.h"
-#include "ui/enter_walk.h"
-#include "ui/icons.h"
 #include "ui/member_panels.h"
-#include "ui/theme.h"
-
-#include <QLabel>
-#include <QPushButton>
 
 namespace orvo {
 
-delete_dialog::delete_dialog(const QString& name, client& c, desk& at, QWidget* over)
-    : dues_dialog{name, c, at, over, {c.selected_pers_no, c.cur_val_year}}
-{
-    Image1->setText(QStringLiteral("삭제(&D)"));
-    Image1->setIcon(icon("eraser", colours().on_accent));
-}
-
-void delete_dialog::open_with(const QString& title, const std::function<QString()>& what_goes)
-{
-    auto* what = new QLabel;
-    what->setObjectName(QStringLiteral("what_goes"));
-    open(title, below({what}), [&] { what->setText(what_goes()); });
-    (new enter_walk{*this})->begin();
-    Image2->setFocus();
-}
-
 mem_del_dlg::mem_del_dlg(client& c, desk& at, QWidget* over)
-    : delete_dialog{QStringLiteral("mem_del_dlg"), c, at, over}
+    : dues_dialog{QStringLiteral("mem_del_dlg"),
+                  c,
+                  at,
+                  over,
+                  {c.selected_pers_no, c.cur_val_year},
+                  failures::policy::report,
+                  deed::deleting}
 {
-    open_with(QStringLiteral("회비삭제"), [this] { return what_goes(); });
+    open_to_delete(QStringLiteral("회비삭제"), [this] { return what_goes(); });
 }
 
 QString mem_del_dlg::what_goes()
 {
-    const auto header = read_header(c_.db_conn, year_);
-    const payments_of_year lines = count_payments(c_.db_conn, year_);
+    const auto [header, lines] = ask_together(c_.db_conn, header_of(year_), payments_in(year_));
     if (!header && lines.count == 0)
         hint(QStringLiteral("이 년도에는 삭제할 회비가 없습니다."));
     else
@@ -65,14 +48,21 @@ void mem_del_dlg::refresh(member_panels& panels)
 }
 
 dues_del_dlg::dues_del_dlg(client& c, desk& at, QWidget* over)
-    : delete_dialog{QStringLiteral("dues_del_dlg"), c, at, over}, cur_dues_id_{c.cur_dues_id}
+    : dues_dialog{QStringLiteral("dues_del_dlg"),
+                  c,
+                  at,
+                  over,
+                  {c.selected_pers_no, c.cur_val_year},
+                  failures::policy::report,
+                  deed::deleting},
+      cur_dues_id_{c.cur_dues_id}
 {
-    open_with(QStringLiteral("회비납입 삭제"), [this] { return what_goes(); });
+    open_to_delete(QStringLiteral("회비납입 삭제"), [this] { return what_goes(); });
 }
 
 QString dues_del_dlg::what_goes()
 {
-    const auto line = read_payment(c_.db_conn, year_.pers_no, cur_dues_id_);
+    const auto line = ask(c_.db_conn, payment_of(year_.pers_no, cur_dues_id_));
     if (!line) {
         hint(QStringLiteral("이 입금 내역은 이미 삭제되었습니다."));
         return {};

@@ -4,16 +4,8 @@
 
 namespace orvo {
 
-/// Names what goes, and lets it go by a press that is meant: the focus stands on the way out.
-class delete_dialog : public dues_dialog {
-protected:
-    delete_dialog(const QString& name, client& c, desk& at, QWidget* over);
-
-    void open_with(const QString& title, const std::function<QString()>& what_goes);
-};
-
 /// Deletes the year that was last chosen in the console, with its payments.
-class mem_del_dlg : public delete_dialog {
+class mem_del_dlg : public dues_dialog {
 public:
     mem_del_dlg(client& c, desk& at, QWidget* over);
 
@@ -26,7 +18,7 @@ private:
 };
 
 /// Deletes the payment that is chosen in the console.
-class dues_del_dlg : public delete_dialog {
+class dues_del_dlg : public dues_dialog {
 public:
     dues_del_dlg(client& c, desk& at, QWidget* over);
 

@@ -20,8 +20,8 @@ QString in_words(const QString& val_year)
 } // namespace
 
 dues_dialog::dues_dialog(const QString& name, client& c, desk& at, QWidget* over, dues_year year,
-                         failures::policy how)
-    : save_dialog{name, c, at, over, how}, year_{std::move(year)}
+                         failures::policy how, deed what)
+    : save_dialog{name, c, at, over, how, what}, year_{std::move(year)}
 {
 }
 
@@ -29,14 +29,6 @@ QString dues_dialog::whose() const
 {
     const QString name = member_name(c_.local_conn, year_.pers_no);
     return QStringLiteral("%1 (%2)  ·  %3").arg(name, year_.pers_no.left(6), in_words(year_.val_year));
-}
-
-void dues_dialog::open(const QString& title, QLayout* fields, const std::function<void()>& load)
-{
-    save_dialog::open(title, fields, [&] {
-        show_whose(whose());
-        load();
-    });
 }
 
 bool dues_dialog::takes(amount_field* amount)

@@ -11,18 +11,14 @@ class amount_field;
 class dues_dialog : public save_dialog {
 public:
     dues_dialog(const QString& name, client& c, desk& at, QWidget* over, dues_year year,
-                failures::policy how = failures::policy::report);
+                failures::policy how = failures::policy::report, deed what = deed::saving);
 
 protected:
     const dues_year year_;
 
-    /// As save_dialog's, with whose dues of which year these are.
-    void open(const QString& title, QLayout* fields, const std::function<void()>& load);
     /// Whether the amount can be saved; refuses it otherwise.
     bool takes(amount_field* amount);
-
-private:
-    QString whose() const;
+    QString whose() const override;
 };
 
 } // namespace orvo

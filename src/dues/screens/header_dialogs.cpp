@@ -1,7 +1,6 @@
 #include "dues/screens/header_dialogs.h"
 
 #include "base/amount.h"
-#include "dues/rules/yearly_dues.h"
 #include "ui/amount_field.h"
 #include "ui/controls.h"
 #include "ui/enter_walk.h"
@@ -18,19 +17,21 @@ header_dialog::header_dialog(const QString& name, client& c, desk& at, QWidget* 
             [this] { failures::guard(c_.say, failures::policy::report, [this] { pick_member_kind(); }); });
 }
 
-void header_dialog::open_with(const QString& title, const std::function<void()>& load_more)
+void header_dialog::open_with(const QString& title, const std::function<void()>& load)
 {
     auto* walk = new enter_walk{*this};
     open(title,
          form({entry{QStringLiteral("회원종류"), {mem_kind_cbb}},
                entry{QStringLiteral("총회비"), {str_txt, "원"}, true}}),
-         [this, &load_more] {
-             mem_kind_cbb->fill(member_kinds(c_.db_conn), "mem_kind", "code_member");
-             load_more();
-         });
+         load);
     walk->leave_alone(str_txt); // Enter there presses the main button
     walk->begin();
     mem_kind_cbb->setFocus();
+}
+
+void header_dialog::fill_kinds(const rows& kinds)
+{
+    mem_kind_cbb->fill(kinds, "mem_kind", "code_member");
 }
 
 void header_dialog::pick_member_kind()
@@ -57,7 +58,7 @@ void header_dialog::refresh(member_panels& panels)
 mem_in_dlg::mem_in_dlg(client& c, desk& at, QWidget* over)
     : header_dialog{QStringLiteral("mem_in_dlg"), c, at, over, {c.selected_pers_no, c.today().left(4)}}
 {
-    open_with(QStringLiteral("회비추가"), [] {});
+    open_with(QStringLiteral("회비추가"), [this] { fill_kinds(ask(c_.db_conn, member_kinds())); });
 }
 
 void mem_in_dlg::store(save_steps& save)
@@ -70,14 +71,17 @@ void mem_in_dlg::store(save_steps& save)
 mem_ud_dlg::mem_ud_dlg(client& c, desk& at, QWidget* over)
     : header_dialog{QStringLiteral("mem_ud_dlg"), c, at, over, {c.selected_pers_no, c.cur_val_year}}
 {
-    open_with(QStringLiteral("회비수정"), [this] { show_header(); });
+    open_with(QStringLiteral("회비수정"), [this] {
+        const auto [kinds, header] = ask_together(c_.db_conn, member_kinds(), header_of(year_));
+        fill_kinds(kinds);
+        show_header(header);
+    });
 }
 
 /// The kind is picked as by the operator: the amount is that of the fee table as it is now, since a year is
 /// opened here in order to bring it up to date. What is stored stands below it.
-void mem_ud_dlg::show_header()
+void mem_ud_dlg::show_header(const std::optional<dues_header>& header)
 {
-    const auto header = read_header(c_.db_conn, year_);
     if (!header)
         return close_to_saving(QStringLiteral("이 년도의 회비가 등록되어 있지 않습니다."));
     mem_kind_cbb->choose_code(header->code_member.toLongLong());

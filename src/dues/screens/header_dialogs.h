@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dues/rules/yearly_dues.h"
 #include "dues/screens/dues_dialog.h"
 
 namespace orvo {
@@ -14,7 +15,8 @@ protected:
     code_list* mem_kind_cbb;
     amount_field* str_txt;
 
-    void open_with(const QString& title, const std::function<void()>& load_more);
+    void open_with(const QString& title, const std::function<void()>& load);
+    void fill_kinds(const rows& kinds);
     void pick_member_kind();
     bool passes_checks() override;
     void refresh(member_panels& panels) override;
@@ -38,7 +40,7 @@ protected:
     void store(save_steps& save) override;
 
 private:
-    void show_header();
+    void show_header(const std::optional<dues_header>& header);
 };
 
 } // namespace orvo

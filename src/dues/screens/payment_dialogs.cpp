@@ -1,7 +1,6 @@
 #include "dues/screens/payment_dialogs.h"
 
 #include "base/amount.h"
-#include "dues/rules/yearly_dues.h"
 #include "ui/controls.h"
 #include "ui/enter_walk.h"
 #include "ui/member_panels.h"
@@ -15,13 +14,10 @@ payment_dialog::payment_dialog(const QString& name, client& c, desk& at, QWidget
 }
 
 void payment_dialog::open_with(const QString& title, bool place_is_required,
-                               const std::function<void()>& load_more)
+                               const std::function<void()>& load)
 {
     auto* walk = new enter_walk{*this};
-    open(title, fields.rows(place_is_required), [this, &load_more] {
-        fields.fill_places(c_.db_conn);
-        load_more();
-    });
+    open(title, fields.rows(place_is_required), load);
     fields.chain(*walk);
     walk->begin();
     fields.receipt_cbb->setFocus();
@@ -66,12 +62,15 @@ dues_in_dlg::dues_in_dlg(client& c, desk& at, QWidget* over)
 {
     for (const date_group& each : {fields.con_in, fields.b_in})
         each.set_enabled(false); // until the place tells which
-    open_with(QStringLiteral("회비납입 추가"), true, [this] { propose_the_rest(); });
+    open_with(QStringLiteral("회비납입 추가"), true, [this] {
+        const auto [places, header] = ask_together(c_.db_conn, receipt_places(), header_of(year_));
+        fields.fill_places(places);
+        propose_the_rest(header);
+    });
 }
 
-void dues_in_dlg::propose_the_rest()
+void dues_in_dlg::propose_the_rest(const std::optional<dues_header>& header)
 {
-    const auto header = read_header(c_.db_conn, year_);
     if (!header)
         return hint(year_.val_year.isEmpty()
                         ? QStringLiteral("회비년도를 선택하지 않았습니다. 입금은 년도 없이 저장됩니다.")
@@ -108,14 +107,18 @@ dues_ud_dlg::dues_ud_dlg(client& c, desk& at, QWidget* over)
     : payment_dialog{QStringLiteral("dues_ud_dlg"), c, at, over, failures::policy::report}, cur_dues_id_{
                                                                                                 c.cur_dues_id}
 {
-    open_with(QStringLiteral("회비납입 수정"), false, [this] { show_payment(); });
+    open_with(QStringLiteral("회비납입 수정"), false, [this] {
+        const auto [places, line] =
+            ask_together(c_.db_conn, receipt_places(), payment_of(year_.pers_no, cur_dues_id_));
+        fields.fill_places(places);
+        show_payment(line);
+    });
 }
 
 /// A payment made at registration bears both dates. The one that does not belong to its place is shown, and
 /// kept as long as no other place is picked: who corrects an amount does not mean to drop a date.
-void dues_ud_dlg::show_payment()
+void dues_ud_dlg::show_payment(const std::optional<payment>& line)
 {
-    const auto line = read_payment(c_.db_conn, year_.pers_no, cur_dues_id_);
     if (!line)
         return close_to_saving(QStringLiteral("이 입금 내역은 이미 삭제되었습니다."));
     fields.show(*line);

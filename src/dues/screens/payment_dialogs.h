@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dues/rules/yearly_dues.h"
 #include "dues/screens/dues_dialog.h"
 #include "dues/screens/payment_fields.h"
 
@@ -12,7 +13,7 @@ protected:
 
     payment_fields fields;
 
-    void open_with(const QString& title, bool place_is_required, const std::function<void()>& load_more);
+    void open_with(const QString& title, bool place_is_required, const std::function<void()>& load);
     /// The operator has picked a place: the date of the other side is dropped.
     virtual void pick_place();
     bool passes_checks() override;
@@ -32,7 +33,7 @@ protected:
 private:
     const QString cur_code_member_;
 
-    void propose_the_rest();
+    void propose_the_rest(const std::optional<dues_header>& header);
 };
 
 /// Changes the payment that is chosen in the console.
@@ -46,7 +47,7 @@ protected:
 private:
     const QString cur_dues_id_;
 
-    void show_payment();
+    void show_payment(const std::optional<payment>& line);
 };
 
 } // namespace orvo

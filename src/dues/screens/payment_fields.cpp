@@ -48,9 +48,9 @@ void payment_fields::chain(enter_walk& walk) const
     walk.leave_alone(str_txt); // Enter there presses the main button
 }
 
-void payment_fields::fill_places(connection& db) const
+void payment_fields::fill_places(const orvo::rows& places) const
 {
-    receipt_cbb->fill(receipt_places(db), "receipt_name", "code_receipt");
+    receipt_cbb->fill(places, "receipt_name", "code_receipt");
 }
 
 const date_group& payment_fields::chosen_side() const

@@ -23,7 +23,7 @@ struct payment_fields {
     QLayout* rows(bool place_is_required) const;
     /// Enter goes from a whole date on to the amount, and from a part of one to the next.
     void chain(enter_walk& walk) const;
-    void fill_places(connection& db) const;
+    void fill_places(const orvo::rows& places) const;
 
     /// The date that belongs to the chosen place, and the other one.
     const date_group& chosen_side() const;

@@ -18,17 +18,6 @@ bool is_id_free(connection& db, const QString& id)
     return db.read("select id from id_tbl where id='{id}'", {{"id", id}}).empty();
 }
 
-web_identity open_web_identity(connection& db, const QString& pers_no)
-{
-    const rows found =
-        db.read("select * from id_tbl where pers_no='{selected_pers_no}'", {{"selected_pers_no", pers_no}});
-    if (!found.empty())
-        return {found.front().text("id"), found.front().text("passwd")};
-    db.write("insert into id_tbl(pers_no,id,passwd) values ('{selected_pers_no}','','')",
-             {{"selected_pers_no", pers_no}});
-    return {};
-}
-
 namespace {
 
 constexpr std::string_view years_text =
@@ -96,12 +85,21 @@ pledge pledge_of(const rows& pledges, const rows& instalments)
 
 } // namespace
 
-member_records read_records(connection& db, const QString& pers_no)
+member_records open_records(connection& db, const QString& pers_no)
 {
     const values member{{"selected_pers_no", pers_no}};
-    const std::vector<rows> found = db.read_together(
-        {{pledge_text, member}, {instalments_text, member}, {years_text, member}, {workplaces_text, member}});
-    return {pledge_of(found[0], found[1]), years_of(found[2]), workplaces_of(found[3])};
+    const rows logins = db.read("select * from id_tbl where pers_no='{selected_pers_no}'", member);
+    const std::initializer_list<connection::query> panels{
+        {pledge_text, member}, {instalments_text, member}, {years_text, member}, {workplaces_text, member}};
+    const bool has_login = !logins.empty();
+    const std::vector<rows> found =
+        has_login ? db.read_together(panels)
+                  : db.write_and_read_together(
+                        {"insert into id_tbl(pers_no,id,passwd) values ('{selected_pers_no}','','')", member},
+                        panels);
+    return {has_login ? web_identity{logins.front().text("id"), logins.front().text("passwd")}
+                      : web_identity{},
+            pledge_of(found[0], found[1]), years_of(found[2]), workplaces_of(found[3])};
 }
 
 std::vector<panel_row> dues_years(connection& db, const QString& pers_no)

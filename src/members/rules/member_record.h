@@ -21,10 +21,6 @@ struct web_identity {
 /// Whether no member logs in under that name yet.
 bool is_id_free(connection& db, const QString& id);
 
-/// The member's web login. A member who has none gets an empty one at once, so that whoever was opened here
-/// once has a row to be changed.
-web_identity open_web_identity(connection& db, const QString& pers_no);
-
 /// A line of a panel: what is shown, and the key by which dialogs find the record.
 struct panel_row {
     QStringList cells;
@@ -53,12 +49,15 @@ struct pledge {
 
 pledge read_pledge(connection& db, const QString& pers_no);
 
-/// All of that at once: what the panels show of a member who is opened.
+/// What the console shows of a member who is opened, beside his row.
 struct member_records {
+    web_identity login;
     pledge pledged;
     std::vector<panel_row> years;
     std::vector<panel_row> places;
 };
-member_records read_records(connection& db, const QString& pers_no);
+/// A member who has no web login gets an empty one at once, so that whoever was opened here once has a row to
+/// be changed.
+member_records open_records(connection& db, const QString& pers_no);
 
 } // namespace orvo

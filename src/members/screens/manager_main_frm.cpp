@@ -166,8 +166,8 @@ void manager_main_frm::show_member(const QString& pers_no)
     c_.selected_pers_no = member.text("pers_no");
     details->show_member(member);
     untouched_ = edited_columns(details->fields.read(), {});
-    details->show_web_identity(open_web_identity(c_.db_conn, c_.selected_pers_no));
-    const member_records records = read_records(c_.db_conn, c_.selected_pers_no);
+    const member_records records = open_records(c_.db_conn, c_.selected_pers_no);
+    details->show_web_identity(records.login);
     show_pledge(records.pledged);
     show_years(records.years);
     show_workplaces(records.places);

@@ -1,5 +1,6 @@
 #include "members/screens/workplace_dialogs.h"
 
+#include "members/rules/member_record.h"
 #include "members/rules/member_update.h"
 #include "members/screens/member_fields.h"
 #include "ui/amount_field.h"
@@ -255,28 +256,42 @@ void comp_ud_dlg::store(save_steps& save)
 }
 
 comp_del_dlg::comp_del_dlg(client& c, desk& at, QWidget* over)
-    : dialog{QStringLiteral("comp_del_dlg"), c, over}
+    : save_dialog{QStringLiteral("comp_del_dlg"), c, at, over, failures::policy::report, deed::deleting}
 {
-    QPushButton* Image1 = button(QStringLiteral("Image1"), QStringLiteral("삭제(&D)"), "trash-2");
-    QPushButton* Image2 = primary_button(QStringLiteral("Image2"), QStringLiteral("취소(&C)"), "x");
-    auto* what = new QLabel;
-    what->setObjectName(QStringLiteral("what_lbl"));
-    failures::guard(c_.say, failures::policy::report, [&] {
-        if (const auto found = read_workplace_of(c_.db_conn, c_.selected_pers_no, c_.cur_company_id))
-            what->setText(QStringLiteral("%1\n%2").arg(found->front().text("company_name"),
-                                                       found->front().text("company_add")));
-    });
-    QWidget* const to_the_right = nullptr;
-    lay_out(below({heading(QStringLiteral("근무처 삭제")),
-                   new QLabel{QStringLiteral("이 근무처를 삭제 하시겠습니까?")}, what,
-                   line({Image1, to_the_right, Image2})}));
-    on_click(Image1, [this, &at] {
-        save_steps save{c_.db_conn};
-        delete_workplace(save, c_.selected_pers_no, c_.cur_company_id);
-        refresh_panel(at);
-        accept();
-    });
-    connect(Image2, &QPushButton::clicked, this, &QDialog::reject);
+    open_to_delete(
+        QStringLiteral("근무처 삭제"), [this] { return what_goes(); },
+        QStringLiteral("이 근무처를 삭제 하시겠습니까?"));
+}
+
+QString comp_del_dlg::whose() const
+{
+    const auto member = read_member(c_.local_conn, c_.selected_pers_no);
+    return QStringLiteral("%1 (%2)").arg(member ? member->front().text("pers_name") : QString{},
+                                         c_.selected_pers_no.left(6));
+}
+
+QString comp_del_dlg::what_goes()
+{
+    const auto found = read_workplace_of(c_.db_conn, c_.selected_pers_no, c_.cur_company_id);
+    if (!found) {
+        close_to_saving(QStringLiteral("이 근무처는 이미 삭제되었습니다."));
+        return {};
+    }
+    if (found->front().number("primary_flag") == 1)
+        hint(QStringLiteral(
+            "우선 근무처입니다. 삭제하면 다른 근무처를 우선으로 정할 때까지 우선 근무처가 없습니다."));
+    return QStringLiteral("%1\n%2").arg(found->front().text("company_name"),
+                                        found->front().text("company_add"));
+}
+
+void comp_del_dlg::store(save_steps& save)
+{
+    delete_workplace(save, c_.selected_pers_no, c_.cur_company_id);
+}
+
+void comp_del_dlg::refresh(member_panels& panels)
+{
+    panels.show_company();
 }
 
 } // namespace orvo

@@ -4,6 +4,7 @@
 #include "members/screens/workplace_fields.h"
 #include "ui/dialog.h"
 #include "ui/pick_target.h"
+#include "ui/save_dialog.h"
 
 namespace orvo {
 
@@ -81,9 +82,17 @@ private:
 };
 
 /// Removes one, having named it.
-class comp_del_dlg : public dialog {
+class comp_del_dlg : public save_dialog {
 public:
     comp_del_dlg(client& c, desk& at, QWidget* over);
+
+protected:
+    QString whose() const override;
+    void store(save_steps& save) override;
+    void refresh(member_panels& panels) override;
+
+private:
+    QString what_goes();
 };
 
 } // namespace orvo

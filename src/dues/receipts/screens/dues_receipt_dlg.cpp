@@ -32,7 +32,7 @@ dues_receipt_dlg::dues_receipt_dlg(client& c, desk& at, QWidget* over)
         2));
     on_click(search_img, [this] { find(); });
     failures::guard(c_.say, failures::policy::report, [this] {
-        receipt_cbb->fill(receipt_places(c_.local_conn), "receipt_name", "code_receipt");
+        receipt_cbb->fill(ask(c_.local_conn, receipt_places()), "receipt_name", "code_receipt");
     });
     from_.year->setFocus();
 }
