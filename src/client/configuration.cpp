@@ -67,7 +67,7 @@ server_address read_server_address(const program_folder& folder)
     server.name = server_value(folder, QStringLiteral("database"), QStringLiteral("orvo_db"));
     server.mail_name = server_value(folder, QStringLiteral("mail_database"), QStringLiteral("orvo_mail"));
     server.tls = server_value(folder, QStringLiteral("tls"), QStringLiteral("prefer"));
-    server.driver = server_value(folder, QStringLiteral("driver"), QStringLiteral("FreeTDS"));
+    server.driver = server_value(folder, QStringLiteral("driver"));
     server.connect_timeout = seconds_of(folder, QStringLiteral("connect_timeout"), 15);
     server.statement_timeout = seconds_of(folder, QStringLiteral("statement_timeout"), 30);
     return server;

@@ -85,6 +85,19 @@ private Q_SLOTS:
         QCOMPARE(failure_of([&] { at.connect(); }), login_refused);
     }
 
+    void a_hundred_thousand_rows_come_whole()
+    {
+        server_at_hand at;
+        load_branches(at.db, 320);
+        const rows all = at.db.read("select a.code_bran as code_bran,b.branch_name as branch_name from "
+                                    "branch_code a,branch_code b");
+        QCOMPARE(all.size(), std::size_t{102'400});
+        qint64 sum = 0;
+        for (const auto row : all)
+            sum += row.text("branch_name") == QStringLiteral("서울") ? row.number("code_bran") : 0;
+        QCOMPARE(sum, 320 * (320 * 321 / 2));
+    }
+
     void a_line_that_breaks_is_told()
     {
         server_at_hand at;
