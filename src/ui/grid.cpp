@@ -1,12 +1,10 @@
 #include "ui/grid.h"
 
-#include "base/amount.h"
 #include "client/client.h"
 #include "ui/context_menu.h"
 #include "ui/export_list.h"
 #include "ui/theme.h"
 
-#include <QAbstractTableModel>
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -17,121 +15,10 @@
 #include <QPainter>
 #include <QShortcut>
 
-#include <algorithm>
-
 namespace orvo {
 
-class grid::model : public QAbstractTableModel {
-public:
-    explicit model(std::vector<grid_column> columns) : columns_{std::move(columns)} {}
-
-    void fill(std::vector<grid_row> filled)
-    {
-        beginResetModel();
-        rows_ = std::move(filled);
-        endResetModel();
-    }
-
-    const std::vector<grid_row>& filled() const { return rows_; }
-    const std::vector<grid_column>& columns() const { return columns_; }
-
-    int rowCount(const QModelIndex& parent) const override
-    {
-        return parent.isValid() ? 0 : static_cast<int>(rows_.size()) + 1;
-    }
-    int columnCount(const QModelIndex& parent) const override
-    {
-        return parent.isValid() ? 0 : static_cast<int>(columns_.size());
-    }
-
-    QVariant data(const QModelIndex& at, int role) const override
-    {
-        const auto column = static_cast<std::size_t>(at.column());
-        if (role == Qt::TextAlignmentRole)
-            return QVariant{(columns_[column].is_number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter};
-        if (at.row() >= static_cast<int>(rows_.size()))
-            return {};
-        const grid_row& row = rows_[static_cast<std::size_t>(at.row())];
-        if (columns_[column].ticks)
-            return tick(row, role);
-        if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
-            return row.cells.value(at.column());
-        return role == Qt::UserRole ? row.key : QVariant{};
-    }
-
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
-    {
-        if (orientation == Qt::Vertical)
-            return {};
-        const grid_column& column = columns_[static_cast<std::size_t>(section)];
-        if (role == Qt::DisplayRole)
-            return column.caption;
-        if (role == Qt::TextAlignmentRole)
-            return QVariant{(column.is_number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter};
-        return {};
-    }
-
-    void sort(int column, Qt::SortOrder order) override
-    {
-        if (column < 0)
-            return;
-        const bool by_number = columns_[static_cast<std::size_t>(column)].is_number;
-        const auto less = [&](const grid_row& one, const grid_row& other) {
-            const QString a = one.cells.value(column);
-            const QString b = other.cells.value(column);
-            return by_number ? value_of(a) < value_of(b) : a.localeAwareCompare(b) < 0;
-        };
-        Q_EMIT layoutAboutToBeChanged();
-        std::vector<std::size_t> order_of(rows_.size());
-        for (std::size_t i = 0; i < order_of.size(); ++i)
-            order_of[i] = i;
-        std::stable_sort(order_of.begin(), order_of.end(), [&](std::size_t a, std::size_t b) {
-            return order == Qt::AscendingOrder ? less(rows_[a], rows_[b]) : less(rows_[b], rows_[a]);
-        });
-        move_rows(order_of);
-        Q_EMIT layoutChanged();
-    }
-
-    /// One message for all of them.
-    void set_ticks(const std::vector<int>& at, bool ticked)
-    {
-        for (const int each : at)
-            rows_[static_cast<std::size_t>(each)].cells[0] = ticked ? u'1' : u'0';
-        const auto [first, last] = std::minmax_element(at.begin(), at.end());
-        Q_EMIT dataChanged(index(*first, 0), index(*last, 0));
-    }
-
-private:
-    std::vector<grid_column> columns_;
-    std::vector<grid_row> rows_;
-
-    static QVariant tick(const grid_row& row, int role)
-    {
-        const bool is_ticked = row.cells.value(0) == QLatin1String("1");
-        if (role == Qt::CheckStateRole)
-            return is_ticked ? Qt::Checked : Qt::Unchecked;
-        return role == Qt::UserRole ? row.key : QVariant{};
-    }
-
-    static qint64 value_of(QString shown) { return whole_part(shown.remove(u',')); }
-
-    /// The choice follows its row; the empty row stays where it is.
-    void move_rows(const std::vector<std::size_t>& order_of)
-    {
-        std::vector<grid_row> sorted;
-        std::vector<int> place(rows_.size() + 1, static_cast<int>(rows_.size()));
-        for (std::size_t old : order_of) {
-            place[old] = static_cast<int>(sorted.size());
-            sorted.push_back(std::move(rows_[old]));
-        }
-        rows_ = std::move(sorted);
-        for (const QModelIndex& each : persistentIndexList())
-            changePersistentIndex(each, index(place[static_cast<std::size_t>(each.row())], each.column()));
-    }
-};
-
 grid::grid(const QString& name, std::vector<grid_column> columns, client& c)
-    : model_{new model{columns}}, c_{c}
+    : model_{new grid_model{columns}}, c_{c}
 {
     setObjectName(name);
     model_->setParent(this);

@@ -1,14 +1,12 @@
 #pragma once
 
 #include "files/text_table.h"
+#include "ui/grid_model.h"
 
 #include <QString>
-#include <QStringList>
 #include <QTableView>
-#include <QVariant>
 
 #include <functional>
-#include <vector>
 
 class QLineEdit;
 
@@ -16,24 +14,11 @@ namespace orvo {
 
 class client;
 
-struct grid_column {
-    QString caption;
-    int width = 80;         ///< pixels at 100 %
-    bool is_number = false; ///< right-aligned, and sorted by value
-    bool fills = false;     ///< takes the width that is left; one column of a grid does
-    bool ticks = false;     ///< the first column may be one of boxes: "1" is ticked, "0" is not
-};
-
 /// The read-only table of the screens: captions, the rows, and one row that stays empty below them, on which
 /// operators click to say "none". A row's key stays with the row however the rows are sorted. Ctrl+C copies
 /// the chosen rows, a click on a caption sorts, widths that the operator sets are kept under the grid's name.
 class grid : public QTableView {
 public:
-    struct grid_row {
-        QStringList cells;
-        QVariant key = {};
-    };
-
     grid(const QString& name, std::vector<grid_column> columns, client& c);
 
     /// Replaces all rows. What was chosen is chosen no more, and the sorting is the given order again.
@@ -70,9 +55,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    class model;
-
-    model* model_;
+    grid_model* model_;
     client& c_;
     QString empty_text_;
     std::function<void(int)> chosen_;

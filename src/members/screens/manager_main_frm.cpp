@@ -29,7 +29,7 @@ QPushButton* page_button(const char* name, const char* caption, const char* icon
 
 void fill(grid* panel, const std::vector<panel_row>& lines)
 {
-    std::vector<grid::grid_row> filled;
+    std::vector<grid_row> filled;
     for (const panel_row& each : lines)
         filled.push_back({each.cells, each.key});
     panel->fill(std::move(filled));

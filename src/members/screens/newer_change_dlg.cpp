@@ -15,7 +15,7 @@ newer_change_dlg::newer_change_dlg(client& c, const std::vector<changed_field>& 
                               {QStringLiteral("서버의 내용"), 200},
                               {QStringLiteral("이 화면의 내용"), 200, false, true}},
                              c};
-    std::vector<grid::grid_row> shown;
+    std::vector<grid_row> shown;
     for (const changed_field& each : fields)
         shown.push_back({{each.caption, each.on_server, each.typed}});
     changes->fill(std::move(shown));

@@ -183,7 +183,7 @@ void comp_in_dlg::search()
 {
     if (str_txt->text().isEmpty())
         return refuse({QStringLiteral("검색할 회사명을 입력하여 주세요."), {}, sign::exclamation}, str_txt);
-    std::vector<grid::grid_row> found;
+    std::vector<grid_row> found;
     for (const auto row : find_workplaces(c_.db_conn, str_txt->text()))
         found.push_back({{row.text("company_id"), row.text("company_name")}, row.text("company_id")});
     com_lst->set_empty_text(QStringLiteral("그 이름의 근무처가 없습니다."));

@@ -111,7 +111,7 @@ void code_editor_dlg::lead_by_enter()
 
 void code_editor_dlg::show_rows(const rows& found)
 {
-    std::vector<grid::grid_row> shown;
+    std::vector<grid_row> shown;
     for (const auto row : found) {
         QStringList cells{row.text(of_.key)};
         for (const code_extras::text& each : texts_)

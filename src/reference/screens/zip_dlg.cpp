@@ -44,7 +44,7 @@ void zip_dlg::search()
     addr_grd->clear_rows();
     if (str_txt->text().isEmpty())
         return refuse({QStringLiteral("찾을 동 이름을 입력하여 주세요"), {}, sign::exclamation}, str_txt);
-    std::vector<grid::grid_row> shown;
+    std::vector<grid_row> shown;
     for (found_address& each : find_addresses(c_.local_conn, str_txt->text()))
         shown.push_back({{std::move(each.post), std::move(each.address)}});
     if (shown.empty())

@@ -70,7 +70,7 @@ void receipt_dlg::run(const search& wanted)
 void receipt_dlg::show_found(const listed_receipts& found)
 {
     const QString ticked = QStringLiteral("1");
-    std::vector<grid::grid_row> filled;
+    std::vector<grid_row> filled;
     filled.reserve(found.size());
     for (const listed_receipt& each : found)
         filled.push_back({{ticked, each.pers_no, each.pers_name, each.day}});
