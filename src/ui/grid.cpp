@@ -73,6 +73,7 @@ void grid::fill(std::vector<grid_row> filled)
     // An order that outlived its rows would mislead: the newest row is looked for where it always was.
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     model_->fill(std::move(filled));
+    called_for_ = -1;
 }
 
 int grid::filled_rows() const
@@ -104,7 +105,37 @@ QVariant grid::key(int at) const
 void grid::on_row(std::function<void(int)> chosen)
 {
     chosen_ = std::move(chosen);
-    connect(this, &QTableView::clicked, this, [this](const QModelIndex& at) { chosen_(at.row()); });
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    connect(this, &QTableView::clicked, this, [this](const QModelIndex& at) { call_for(at.row()); });
+}
+
+void grid::call_for(int row)
+{
+    if (!selectionModel()->isRowSelected(row)) // a click with Ctrl takes the choice away
+        selectRow(row);
+    called_for_ = row;
+    chosen_(row);
+}
+
+/// The right button and a drag move the choice without a click.
+void grid::call_for_a_move()
+{
+    const int row = chosen_row();
+    if (chosen_ && row >= 0 && row != called_for_)
+        call_for(row);
+}
+
+void grid::mousePressEvent(QMouseEvent* event)
+{
+    QTableView::mousePressEvent(event);
+    if (event->button() != Qt::LeftButton)
+        call_for_a_move();
+}
+
+void grid::mouseReleaseEvent(QMouseEvent* event)
+{
+    QTableView::mouseReleaseEvent(event);
+    call_for_a_move();
 }
 
 void grid::on_pick(std::function<void(int)> picked)
@@ -185,7 +216,7 @@ void grid::keyPressEvent(QKeyEvent* event)
         QTableView::keyPressEvent(event);
     const int now = chosen_row();
     if (chosen_ && now >= 0 && (now != before || is_enter))
-        chosen_(now);
+        call_for(now);
     if (picked_ && now >= 0 && is_enter)
         picked_(now);
 }

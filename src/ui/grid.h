@@ -40,6 +40,7 @@ public:
     text_table as_table() const;
 
     /// Called for a click on a row, the empty one included, and for a move onto a filled row or Enter on it.
+    /// One row is then chosen at a time, and it is always the one that was called for last.
     void on_row(std::function<void(int)> chosen);
     /// Called for a click on a row, the empty one included, and for Enter on a filled one: moves pick
     /// nothing.
@@ -52,6 +53,8 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
@@ -60,8 +63,11 @@ private:
     QString empty_text_;
     std::function<void(int)> chosen_;
     std::function<void(int)> picked_;
+    int called_for_ = -1;
 
     bool has_ticks() const;
+    void call_for(int row);
+    void call_for_a_move();
     void flip_chosen();
     void copy_chosen() const;
     void restore_widths(const std::vector<grid_column>& columns);

@@ -100,6 +100,17 @@ private Q_SLOTS:
         click_row(at.of.get(), 0);
         click_row(at.of.get(), 4);
         QCOMPARE(chosen, (QList<int>{0, 1, 1, 3, 0, 4})); // keys pass the empty row, which only a click means
+        const auto middle = [&](int row) {
+            return at.of->visualRect(at.of->model()->index(row, 0)).center();
+        };
+        QWidget* const rows = at.of->viewport();
+        QTest::mousePress(rows, Qt::RightButton, {}, middle(2));
+        QTest::mousePress(rows, Qt::LeftButton, {}, middle(0));
+        QTest::mouseMove(rows, middle(3));
+        QTest::mouseRelease(rows, Qt::LeftButton, {}, middle(3));
+        QTest::mouseClick(rows, Qt::LeftButton, Qt::ControlModifier, middle(3));
+        QCOMPARE(chosen.mid(6), (QList<int>{2, 3, 3}));
+        QCOMPARE(at.of->chosen_row(), 3);
     }
 
     void widths_set_by_hand_are_kept()

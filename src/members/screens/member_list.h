@@ -23,18 +23,24 @@ public:
     int row_of(const QString& pers_no) const;
     /// The row that was chosen; -1 where the list only has the focus.
     int chosen_row() const { return selectedItems().isEmpty() ? -1 : currentRow(); }
-    /// Called for a click on a row, a move onto it by key, and Enter on it.
+    /// Called for a click on a row, a move onto it, and Enter on it: the chosen row is always the one that
+    /// was called for last.
     void on_row(std::function<void(int)> chosen);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     client& c_;
     std::function<void(int)> chosen_;
+    int called_for_ = -1;
 
+    void call_for(int row);
+    void call_for_a_move();
     text_table as_table() const;
 };
 
