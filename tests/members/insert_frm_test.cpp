@@ -358,8 +358,9 @@ private Q_SLOTS:
         QVERIFY(at.on.say.take_texts().isEmpty());
         watch.back = true;
         at.on.say.will_answer("앞서 이 회원을 저장하다가 중단되었습니다.\n저장된 것: 회원, 올해 "
-                              "회비\n\n나머지를 이어서 저장할까요?",
+                              "회비\n\n그때의 내용으로 나머지를 이어서 저장할까요?",
                               answer::first);
+        at.write("agree_pay_txt", "20000"); // the year was stored with the other amount
         at.save();
         QCOMPARE(at.on.say.take_texts(), (QStringList{taken, no_pledge, done}));
         QCOMPARE(at.stored("person_m_tbl", "pers_no") + u' ' + at.stored("dues_h_tbl", "yet_money") + u' ' +

@@ -198,6 +198,31 @@ private Q_SLOTS:
         QCOMPARE(at.panels.refreshed, 2);
     }
 
+    void what_the_register_refuses_can_be_mended()
+    {
+        at_workplaces at;
+        auto dlg = at.open<comp_in_dlg>(screen_code::comp_in_dlg);
+        write(*dlg, "com_name_txt", "새 직장");
+        pick(*dlg, "primary_cbb", "예");
+        at.on.c.db_conn.direct(
+            "create trigger narrow before insert on company begin select raise(abort,'좁다'); end");
+        at.on.say.will_answer("작업을 마치지 못했습니다.\n\n좁다\n\n저장된 것: 다른 근무처의 우선 "
+                              "표시\n저장하지 못한 것: 근무처",
+                              answer::second);
+        press_button(*dlg, "submit_img");
+        QVERIFY(control<QLineEdit>(*dlg, "com_name_txt").isEnabled());
+        QVERIFY(
+            !control<QComboBox>(*dlg, "primary_cbb").isEnabled()); // the others have lost their mark to it
+        at.on.c.db_conn.direct("drop trigger narrow");
+        press_button(*dlg, "submit_img");
+        QCOMPARE(at.newest("company_name") + at.newest("primary_flag") + at.stored(at.first, "primary_flag"),
+                 "새 직장10");
+        at.on.c.db_conn.direct("alter table company rename to gone");
+        at.on.say.will_answer("작업을 마치지 못했습니다.\n\nno such table: company", answer::second);
+        QVERIFY(
+            !control<QPushButton>(*at.open<comp_ud_dlg>(screen_code::comp_ud_dlg), "submit_img").isEnabled());
+    }
+
     void a_deletion_promotes_nobody()
     {
         at_workplaces at;

@@ -7,6 +7,7 @@ namespace orvo {
 namespace {
 
 const QString others = QStringLiteral("다른 근무처의 우선 표시");
+const QString the_row = QStringLiteral("근무처");
 
 std::optional<rows> some(rows found)
 {
@@ -41,7 +42,7 @@ void add_workplace(save_steps& save, const QString& pers_no, const workplace_dat
         save.write(others, "update company set primary_flag='0' where pers_no='{selected_pers_no}'",
                    {{"selected_pers_no", pers_no}});
     const std::vector<column_value> row = workplace_columns(pers_no, workplace, today);
-    save.write(QStringLiteral("근무처"), insert_text("company", row), slot_values(row));
+    save.write(the_row, insert_text("company", row), slot_values(row));
 }
 
 void change_workplace(save_steps& save, const QString& pers_no, const QString& company_id,
@@ -49,8 +50,7 @@ void change_workplace(save_steps& save, const QString& pers_no, const QString& c
 {
     values given = slot_values(columns);
     given.add({"cur_company_id", company_id});
-    save.write(QStringLiteral("근무처"),
-               update_text("company", columns) + " where company_id='{cur_company_id}'", given);
+    save.write(the_row, update_text("company", columns) + " where company_id='{cur_company_id}'", given);
     if (columns.back().value == QLatin1String("1")) // primary_flag
         save.write(others,
                    "update company set primary_flag='0' where pers_no='{selected_pers_no}' and "
@@ -58,9 +58,14 @@ void change_workplace(save_steps& save, const QString& pers_no, const QString& c
                    {{"selected_pers_no", pers_no}, {"cur_company_id", company_id}});
 }
 
+bool is_workplace_stored(const save_steps& save)
+{
+    return save.stored().contains(the_row);
+}
+
 void delete_workplace(save_steps& save, const QString& pers_no, const QString& company_id)
 {
-    save.write(QStringLiteral("근무처"),
+    save.write(the_row,
                "delete from company where pers_no='{selected_pers_no}' and company_id='{cur_company_id}'",
                {{"selected_pers_no", pers_no}, {"cur_company_id", company_id}});
 }

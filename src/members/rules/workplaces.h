@@ -18,6 +18,8 @@ void add_workplace(save_steps& save, const QString& pers_no, const workplace_dat
 /// it.
 void change_workplace(save_steps& save, const QString& pers_no, const QString& company_id,
                       const std::vector<column_value>& columns);
+/// Whether the row itself is stored already, not just the mark of the others.
+bool is_workplace_stored(const save_steps& save);
 /// No other workplace becomes the primary one in its place: an operator decides which.
 void delete_workplace(save_steps& save, const QString& pers_no, const QString& company_id);
 

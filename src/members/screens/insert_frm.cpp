@@ -149,24 +149,23 @@ void insert_frm::register_member()
         c_.say.tell(
             {QStringLiteral("같은 주민등록 번호가 존재 합니다. 다시확인하여 주세요"), {}, sign::exclamation});
         member_.pers_no1_txt->setFocus(Qt::OtherFocusReason);
-        if (!goes_on_behind_what_is_stored(typed))
+        if (!goes_on_behind_what_is_stored(typed.member.pers_no()))
             return;
     } else {
-        save_.emplace(c_.db_conn);
-        saving_pers_no_ = typed.member.pers_no();
+        begun_.emplace(begun_registration{save_steps{c_.db_conn}, typed, c_.today()});
     }
-    save_member(typed);
+    save_what_is_begun();
 }
 
 /// The way on for a number that the register has: to finish a save that broke here, or to look at who has it.
-bool insert_frm::goes_on_behind_what_is_stored(const new_member& typed)
+bool insert_frm::goes_on_behind_what_is_stored(const QString& pers_no)
 {
-    const QString pers_no = typed.member.pers_no();
-    const bool broke_here = save_ && saving_pers_no_ == pers_no && !save_->stored().isEmpty();
-    if (broke_here && !save_->is_in_doubt())
+    const bool broke_here =
+        begun_ && begun_->typed.member.pers_no() == pers_no && !begun_->save.stored().isEmpty();
+    if (broke_here && !begun_->save.is_in_doubt())
         return c_.say.ask({QStringLiteral("앞서 이 회원을 저장하다가 중단되었습니다.\n저장된 것: %1\n\n"
-                                          "나머지를 이어서 저장할까요?")
-                               .arg(save_->stored().join(QStringLiteral(", "))),
+                                          "그때의 내용으로 나머지를 이어서 저장할까요?")
+                               .arg(begun_->save.stored().join(QStringLiteral(", "))),
                            confirmation, sign::exclamation},
                           QStringLiteral("이어서 저장"), QStringLiteral("그만두기"));
     if (c_.say.ask({QStringLiteral("이 번호의 회원을 열어 볼까요?\n입력하던 내용은 보관됩니다."),
@@ -176,18 +175,18 @@ bool insert_frm::goes_on_behind_what_is_stored(const new_member& typed)
     return false;
 }
 
-void insert_frm::save_member(const new_member& typed)
+void insert_frm::save_what_is_begun()
 {
-    const QString today = c_.today();
-    store_member(*save_, typed, today);
+    auto& [save, typed, today] = *begun_;
+    store_member(save, typed, today);
     if (typed.dues_in.isEmpty())
         c_.say.tell({QStringLiteral("약정은 입력하지 않으셨습니다."), confirmation});
     else
-        store_pledge(*save_, typed, today);
+        store_pledge(save, typed, today);
     if (typed.workplace.company_name.isEmpty())
         c_.say.tell({QStringLiteral("근무처 내용은 입력하지 않습니다."), confirmation});
     else
-        store_workplace(*save_, typed, today);
+        store_workplace(save, typed, today);
     draft_.forget();
     c_.say.tell({QStringLiteral("입력이 완료됬습니다."), confirmation, sign::information});
     desk_.show(screen_code::insert_frm);

@@ -136,8 +136,10 @@ void workplace_dlg::submit()
     }
     if (failures::guard(c_.say, failures::policy::silent, [this] { store(save_); }))
         return finish();
-    // What is stored can no longer be typed otherwise; the same press goes on behind it.
-    held_->setEnabled(save_.stored().isEmpty());
+    // What is stored can no longer be typed otherwise; the same press goes on behind it. A row that was
+    // refused can still be mended, though the others have lost their mark to it.
+    held_->setEnabled(!is_workplace_stored(save_));
+    fields_.primary_cbb->setEnabled(save_.stored().isEmpty());
 }
 
 void workplace_dlg::finish()
@@ -232,8 +234,8 @@ comp_ud_dlg::~comp_ud_dlg()
 
 void comp_ud_dlg::load()
 {
+    submit_img->setEnabled(false);
     stored_ = read_workplace_of(c_.db_conn, c_.selected_pers_no, c_.cur_company_id);
-    submit_img->setEnabled(stored_.has_value());
     if (!stored_)
         throw db_failure{failure_kind::other, QStringLiteral("이 근무처는 다른 곳에서 삭제되었습니다.")};
     const auto stored = stored_->front();
@@ -242,6 +244,7 @@ void comp_ud_dlg::load()
     fields_.emp.set(stored.text("pers_in_date"));
     show_leaving_date(stored.text("pers_out_date"));
     untouched_ = columns();
+    submit_img->setEnabled(true);
 }
 
 std::vector<column_value> comp_ud_dlg::columns() const
