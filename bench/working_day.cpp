@@ -130,7 +130,7 @@ void working_day::take_up_a_member()
 /// As search_dlg does, up to the first page; mostly by the name, as most are asked for.
 void working_day::search(const QString& pers_no)
 {
-    const auto known = one_of(4) == 0 ? std::nullopt : read_on_server(c_.db_conn, pers_no);
+    const auto known = one_of(4) == 0 ? std::nullopt : ask(c_.db_conn, row_on_server(pers_no));
     const member_query query =
         known ? search_query(search_item::name, known->front().text("pers_name"), c_.session_branch)
               : search_query(search_item::resident_number, pers_no, c_.session_branch);
@@ -244,7 +244,7 @@ void working_day::change(const opened_member& member)
     const auto columns = edited_columns(typed, c_.today());
     save_steps save{c_.db_conn};
     const auto left = press(save, "change", [&] {
-        const auto on_server = read_on_server(c_.db_conn, member.pers_no);
+        const auto on_server = ask(c_.db_conn, row_on_server(member.pers_no));
         const auto shown = read_member(c_.local_conn, member.pers_no);
         newer_values(on_server->front(), shown->front(), columns);
         update_member(save, c_.local_conn, member.pers_no, columns, member.id, member.passwd);

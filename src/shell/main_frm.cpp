@@ -189,9 +189,12 @@ void main_frm::show(qint16 code)
 void main_frm::ask(const QString& dialog_name)
 {
     workspace_->close_screen();
+    if (!std::exchange(asked_for_, dialog_name).isEmpty())
+        return; // a second call before the first was answered: one dialog is enough
     // Queued: the handler that asks belongs to the screen that has just been closed.
-    QTimer::singleShot(0, this, [this, dialog_name] {
-        guard(c_.say, policy::report, [&] { openers_.dialogs.at(dialog_name)(c_, *this, this); });
+    QTimer::singleShot(0, this, [this] {
+        guard(c_.say, policy::report,
+              [&] { openers_.dialogs.at(std::exchange(asked_for_, {}))(c_, *this, this); });
     });
 }
 

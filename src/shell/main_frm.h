@@ -45,6 +45,7 @@ private:
     QToolBar* Toolbar1 = nullptr;
     std::map<QString, QMenu*> menus_;
     std::map<QString, QAction*> actions_;
+    QString asked_for_; ///< the dialog that is about to open; empty for none
     QLabel *operator_lbl, *branch_lbl, *engine_lbl, *server_lbl;
 
     QMenu* menu_of(const QString& name);

@@ -275,6 +275,9 @@ private Q_SLOTS:
         on.c.local_conn.write("update person_m_tbl set pers_name='개명' where pers_no='{n}'", {{"n", full}});
         key(Qt::Key_F5);
         QCOMPARE(at.text("name_txt"), QStringLiteral("개명"));
+        control<QLineEdit>(*at.screen, "lic_no_txt").setFocus();
+        key(Qt::Key_Return);
+        QCOMPARE(at.screen->focusWidget()->objectName(), "marry_cbb");
         QCOMPARE(on.c.selected_pers_no, full);
         QVERIFY(on.say.take_texts().isEmpty());
     }
@@ -305,6 +308,8 @@ private Q_SLOTS:
             at.click_member(0);
             if (!again) {
                 QCOMPARE(on.say.take_notes(), QStringList{"서버에 연결되지 않아 작업을 마치지 못했습니다."});
+                click(&control<QPushButton>(*at.screen, "cmd_edit")); // half of a member is not worked on
+                QCOMPARE(at.text("name_txt") + on.say.take_texts().join(u'|'), "수정할 회원을 선택 하세요.");
                 on.say.will_answer(line_is_lost, answer::first);
                 at.click_member(0);
             }

@@ -1,5 +1,6 @@
 #include "db/schema/schema.h"
 #include "members/rules/member_search.h"
+#include "members/rules/member_update.h"
 #include "support/builders.h"
 #include "support/engines.h"
 #include "support/failure_of.h"
@@ -219,6 +220,11 @@ private Q_SLOTS:
         on.c.db_conn.direct("insert into person_m_tbl(pers_no,pers_name) values ('9001011234568','김')");
         QCOMPARE(copy(on.c, search_item::name, "김"), 1);
         const rows member = on.c.local_conn.read("select * from person_m_tbl");
+        std::vector<column_value> written;
+        for (const column& each : find_table(database::local, "person_m_tbl")->columns)
+            written.push_back({each.name, {}});
+        const auto on_server = ask(on.c.db_conn, row_on_server("9001011234568"));
+        QVERIFY(newer_values(on_server->front(), member.front(), written).empty()); // nobody has changed him
         for (const column& each : find_table(database::local, "person_m_tbl")->columns) {
             if (each.name == "pers_no" || each.name == "pers_name")
                 continue;

@@ -46,6 +46,7 @@ struct at_console {
                 .with("pers_tel", "021234567890")
                 .with("pers_career", "07")
                 .with("code_school", 77)
+                .with("code_sect", 5)
                 .with("pers_marry", "미혼")
                 .with("get_mail_place", "직장")
                 .store_in(*each);
@@ -144,7 +145,11 @@ private Q_SLOTS:
         at.write("addr_txt", "새 주소");
         at.press_button("cmd_edit");
         QCOMPARE(at.on.say.take_texts(), done);
-        QCOMPARE(stored(), "021234567890 77 07 2");
+        QCOMPARE(stored() + at.stored("person_m_tbl", "code_sect"), "021234567890 77 07 25");
+        control<QComboBox>(*at.screen, "bran_cbb").setCurrentIndex(1); // where 5 is another's number
+        at.press_button("cmd_edit");
+        QCOMPARE(at.on.say.take_texts() + QStringList{at.stored("person_m_tbl", "code_sect")},
+                 done + QStringList{"0"});
         at.write("tel2_txt", "555"); // touched, and not whole
         at.press_button("cmd_edit");
         QCOMPARE(at.on.say.take_texts(), QStringList{"집 전화번호를 입력하여 주세요"});
@@ -174,9 +179,9 @@ private Q_SLOTS:
         QTest::newRow("mine") << "mine_img"
                               << "내 주소";
         QTest::newRow("the server's") << "servers_img"
-                                      << "남의 주소";
+                                      << "남의 주소new";
         QTest::newRow("neither") << "Image2"
-                                 << "남의 주소";
+                                 << "남의 주소new";
     }
     void a_newer_change_is_laid_before_the_operator()
     {
@@ -186,16 +191,42 @@ private Q_SLOTS:
         at.write("addr_txt", "내 주소");
         at.on.c.db_conn.write(
             "update person_m_tbl set pers_add='남의 주소',regi_date='20261121',code_member='30'");
+        at.on.c.db_conn.write("update id_tbl set passwd='new'"); // by the member himself
         QByteArray name = button.toLatin1();
         press_in_dialog(name.constData());
         at.press_button("cmd_edit");
-        QTEST(at.stored("person_m_tbl", "pers_add"), "stored");
+        QTEST(at.stored("person_m_tbl", "pers_add") + at.stored("id_tbl", "passwd"), "stored");
         QCOMPARE(at.on.say.take_texts(), button == "mine_img" ? done : QStringList{});
         QCOMPARE(shown_by(control<QLineEdit>(*at.screen, "addr_txt")),
                  button == "servers_img" ? QStringLiteral("남의 주소") : QStringLiteral("내 주소"));
         at.on.c.db_conn.write("delete person_m_tbl where pers_no='{number}'", {{"number", number}});
         at.press_button("cmd_edit");
         QVERIFY(at.on.say.take_texts().value(0).startsWith("이 회원은 다른 곳에서 삭제되었거나"));
+    }
+
+    void a_broken_change_of_number_is_finished_under_either()
+    {
+        at_console at;
+        at.open_member();
+        at.write("pers_no1_txt", "900102");
+        at.write("pers_no2_txt", "1234561");
+        at.on.c.db_conn.direct("alter table contract rename to gone");
+        at.on.say.will_answer(
+            "작업을 마치지 못했습니다.\n\nno such table: contract\n\n저장된 것: 회원 정보, 이 PC의 검색 "
+            "결과, 웹 아이디, 회비 년도, 회비 입금\n저장하지 못한 것: 약정",
+            answer::second);
+        at.press_button("cmd_edit");
+        at.on.c.db_conn.direct("alter table gone rename to contract");
+        at.open_member(); // whom the list has under the new number already
+        QCOMPARE(at.on.c.selected_pers_no, other_number);
+        at.on.say.will_answer(
+            "앞서 이 회원을 저장하다가 중단되었습니다.\n저장된 것: 회원 정보, 이 PC의 검색 결과, 웹 "
+            "아이디, 회비 년도, 회비 입금\n\n그때의 내용으로 나머지를 이어서 저장할까요?",
+            answer::first);
+        at.press_button("cmd_edit");
+        QCOMPARE(at.on.say.take_texts(), done);
+        for (const char* table : {"dues_h_tbl", "dues_b_tbl", "contract", "contract_list", "company"})
+            QCOMPARE(at.stored(table, "pers_no"), other_number);
     }
 
     void a_number_that_another_has_changes_nothing()
@@ -221,7 +252,8 @@ private Q_SLOTS:
         at_console at;
         const QString question = "선택된 회원을 삭제 하시겠습니까?";
         at.on.say.will_answer(question, answer::first);
-        at.press_button("cmd_del"); // nobody is open
+        at.on.c.selected_pers_no = number; // of whom an earlier console showed
+        at.press_button("cmd_del");
         QCOMPARE(at.on.say.take_texts(), QStringList{"삭제하실 회원을 서택 하여주세요"});
         at.open_member();
         for (const answer way : {answer::second, answer::first}) {

@@ -85,21 +85,29 @@ pledge pledge_of(const rows& pledges, const rows& instalments)
 
 } // namespace
 
+question<std::optional<web_identity>> web_identity_of(const QString& pers_no)
+{
+    return {{"select * from id_tbl where pers_no='{selected_pers_no}'", {{"selected_pers_no", pers_no}}},
+            [](const rows& found) -> std::optional<web_identity> {
+                if (found.empty())
+                    return {};
+                return web_identity{found.front().text("id"), found.front().text("passwd")};
+            }};
+}
+
 member_records open_records(connection& db, const QString& pers_no)
 {
     const values member{{"selected_pers_no", pers_no}};
-    const rows logins = db.read("select * from id_tbl where pers_no='{selected_pers_no}'", member);
+    const auto login = ask(db, web_identity_of(pers_no));
     const std::initializer_list<connection::query> panels{
         {pledge_text, member}, {instalments_text, member}, {years_text, member}, {workplaces_text, member}};
-    const bool has_login = !logins.empty();
     const std::vector<rows> found =
-        has_login ? db.read_together(panels)
-                  : db.write_and_read_together(
-                        {"insert into id_tbl(pers_no,id,passwd) values ('{selected_pers_no}','','')", member},
-                        panels);
-    return {has_login ? web_identity{logins.front().text("id"), logins.front().text("passwd")}
-                      : web_identity{},
-            pledge_of(found[0], found[1]), years_of(found[2]), workplaces_of(found[3])};
+        login ? db.read_together(panels)
+              : db.write_and_read_together(
+                    {"insert into id_tbl(pers_no,id,passwd) values ('{selected_pers_no}','','')", member},
+                    panels);
+    return {login.value_or(web_identity{}), pledge_of(found[0], found[1]), years_of(found[2]),
+            workplaces_of(found[3])};
 }
 
 std::vector<panel_row> dues_years(connection& db, const QString& pers_no)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "db/connection.h"
+#include "db/question.h"
 
 #include <QString>
 #include <QStringList>
@@ -48,6 +48,9 @@ struct pledge {
 };
 
 pledge read_pledge(connection& db, const QString& pers_no);
+
+/// Nothing where he has none.
+question<std::optional<web_identity>> web_identity_of(const QString& pers_no);
 
 /// What the console shows of a member who is opened, beside his row.
 struct member_records {

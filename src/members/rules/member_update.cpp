@@ -1,6 +1,7 @@
 #include "members/rules/member_update.h"
 
 #include "base/resident_number.h"
+#include "db/schema/schema.h"
 
 #include <algorithm>
 
@@ -18,6 +19,17 @@ const QString& value_of(const std::vector<column_value>& columns, std::string_vi
 {
     return std::ranges::find(columns, column, &column_value::column)->value;
 }
+
+/// A code counts within the one above it: under another it means something else.
+struct code_above {
+    std::string_view column;
+    std::string_view above;
+};
+constexpr code_above codes_above[] = {{"code_sect", "code_bran"},
+                                      {"code_sect", "code_big"},
+                                      {"code_great", "code_part"},
+                                      {"code_small", "code_part"},
+                                      {"code_small", "code_great"}};
 
 struct table_of_member {
     const char* name;
@@ -83,17 +95,25 @@ std::vector<column_value> edited_columns(const member_data& typed, const QString
             {"sub_code", typed.sub_code}};
 }
 
-std::vector<column_value> keep_what_cannot_be_shown(std::vector<column_value> typed,
+std::vector<column_value> keep_what_cannot_be_shown(const std::vector<column_value>& typed,
                                                     const std::vector<column_value>& untouched,
                                                     const rows::row& stored)
 {
-    for (column_value& each : typed) {
+    const auto is_untouched = [&](std::string_view column) {
+        return value_of(typed, column) == value_of(untouched, column);
+    };
+    std::vector<column_value> kept = typed;
+    for (column_value& each : kept) {
         const QString was = stored.text(each.column);
         const bool is_nothing = was.isEmpty() && (each.value.isEmpty() || each.value == QLatin1String("0"));
-        if (each.column != "regi_date" && each.value == value_of(untouched, each.column) && !is_nothing)
+        const bool may_keep =
+            is_untouched(each.column) && std::ranges::all_of(codes_above, [&](const code_above& of) {
+                return of.column != each.column || is_untouched(of.above);
+            });
+        if (each.column != "regi_date" && may_keep && !is_nothing)
             each.value = was;
     }
-    return typed;
+    return kept;
 }
 
 bool keeps_telephone(const member_data& typed, const std::vector<column_value>& untouched,
@@ -104,12 +124,10 @@ bool keeps_telephone(const member_data& typed, const std::vector<column_value>& 
     return !number.isEmpty() && shown != number && shown == value_of(untouched, "pers_tel");
 }
 
-std::optional<rows> read_on_server(connection& db, const QString& pers_no)
+question<std::optional<rows>> row_on_server(const QString& pers_no)
 {
-    rows found = db.read("select * from person_m_tbl where pers_no='{pers_no}'", {{"pers_no", pers_no}});
-    if (found.empty())
-        return {};
-    return found;
+    return {{"select * from person_m_tbl where pers_no='{pers_no}'", {{"pers_no", pers_no}}},
+            [](const rows& found) { return found.empty() ? std::optional<rows>{} : found; }};
 }
 
 std::vector<newer_value> newer_values(const rows::row& on_server, const rows::row& seen,
@@ -119,7 +137,11 @@ std::vector<newer_value> newer_values(const rows::row& on_server, const rows::ro
     for (const column_value& each : written) {
         const QString now = on_server.text(each.column);
         const QString before = seen.text(each.column);
-        if (each.column != "regi_date" && now != before)
+        // The copy holds a number where a register that exists has nothing.
+        const bool is_same = is_number(each.column)
+                                 ? on_server.number(each.column) == seen.number(each.column)
+                                 : now == before;
+        if (each.column != "regi_date" && !is_same)
             newer.push_back(
                 {QString::fromLatin1(each.column.data(), static_cast<qsizetype>(each.column.size())), now,
                  before});

@@ -14,9 +14,9 @@ std::optional<refusal> check_edited_member(const member_data& typed, bool keeps_
 std::vector<column_value> edited_columns(const member_data& typed, const QString& today);
 
 /// What a change writes where the form cannot show all that is stored (a telephone number of odd length, a
-/// code without a name): the stored value, unless the operator touched the field. `untouched` is what the
-/// form held when it had just shown the row.
-std::vector<column_value> keep_what_cannot_be_shown(std::vector<column_value> typed,
+/// code without a name): the stored value, unless the operator touched the field or the code above it.
+/// `untouched` is what the form held when it had just shown the row.
+std::vector<column_value> keep_what_cannot_be_shown(const std::vector<column_value>& typed,
                                                     const std::vector<column_value>& untouched,
                                                     const rows::row& stored);
 
@@ -32,7 +32,7 @@ struct newer_value {
 };
 
 /// The member's row on the server as it is now; nothing where he was deleted meanwhile.
-std::optional<rows> read_on_server(connection& db, const QString& pers_no);
+question<std::optional<rows>> row_on_server(const QString& pers_no);
 
 /// What another workstation has changed since `seen` was read, among the columns that a change writes. The
 /// date of the last change is none of them.

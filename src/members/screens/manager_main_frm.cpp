@@ -6,6 +6,7 @@
 #include "members/screens/member_details.h"
 #include "members/screens/member_list.h"
 #include "ui/controls.h"
+#include "ui/enter_walk.h"
 #include "ui/form.h"
 #include "ui/grid.h"
 
@@ -103,6 +104,7 @@ void manager_main_frm::attach()
     dues_h_grd->on_row([this](int row) { guard([this, row] { click_dues_year(row); }); });
     attach_record_buttons();
     attach_keys();
+    (new enter_walk{*details})->begin();
 }
 
 void manager_main_frm::attach_keys()
@@ -148,26 +150,34 @@ void manager_main_frm::click_member(int row)
     guard([this, row] { show_member(custom_lst->pers_no_of(row)); });
 }
 
-void manager_main_frm::show_member(const QString& pers_no)
+void manager_main_frm::show_nobody()
 {
+    shown_.reset();
     details->clear();
     for (grid* panel : {dues_h_grd, dues_b_grd, com_grd, contract_grd})
         panel->clear_rows();
     con_txt->clear();
-    if (pers_no != c_.selected_pers_no) { // a year clicked at another member is none of this one's
-        c_.cur_val_year.clear();
-        c_.cur_code_member.clear();
-    }
-    shown_ = read_member(c_.local_conn, pers_no);
-    if (!shown_)
+}
+
+/// All of a member or nothing: half of one could be saved over what he has.
+void manager_main_frm::show_member(const QString& pers_no)
+{
+    show_nobody();
+    if (pers_no != c_.selected_pers_no) // what was clicked at another member is none of this one's
+        for (QString* each : {&c_.cur_val_year, &c_.cur_code_member, &c_.cur_con_day})
+            each->clear();
+    std::optional<rows> found = read_member(c_.local_conn, pers_no);
+    if (!found)
         throw db_failure{failure_kind::other,
                          QStringLiteral("이 회원은 검색 결과에 더 이상 없습니다. 다시 검색하여 주십시오.")};
+    c_.selected_pers_no = found->front().text("pers_no");
+    const member_records records = open_records(c_.db_conn, c_.selected_pers_no);
+    shown_ = std::move(found);
+    login_ = records.login;
     const auto member = shown_->front();
-    c_.selected_pers_no = member.text("pers_no");
     details->show_member(member);
     untouched_ = edited_columns(details->fields.read(), {});
-    const member_records records = open_records(c_.db_conn, c_.selected_pers_no);
-    details->show_web_identity(records.login);
+    details->show_web_identity(login_);
     show_pledge(records.pledged);
     show_years(records.years);
     show_workplaces(records.places);
@@ -263,8 +273,7 @@ void manager_main_frm::go_to_next_panel()
 
 void manager_main_frm::refresh()
 {
-    const int row = custom_lst->chosen_row();
-    const QString shown = row < 0 ? QString{} : custom_lst->pers_no_of(row);
+    const QString shown = shown_ ? c_.selected_pers_no : QString{};
     pages_ = member_pages{c_.local_conn};
     show_member_page(std::clamp(page_, 1, std::max(1, pages_.page_count())));
     if (!shown.isEmpty())

@@ -3,6 +3,7 @@
 #include "db/save_steps.h"
 #include "members/rules/member_data.h"
 #include "members/rules/member_pages.h"
+#include "members/rules/member_record.h"
 #include "members/screens/panel_buttons.h"
 #include "ui/member_panels.h"
 #include "ui/pick_target.h"
@@ -15,8 +16,7 @@ namespace orvo {
 class grid;
 class member_details;
 class member_list;
-struct panel_row;
-struct pledge;
+struct changed_field;
 
 /// The member console: on the left the members whom the last search brought, on the right the chosen one,
 /// below him the panels of his dues, workplaces and pledge. The list and the member come from this
@@ -38,6 +38,7 @@ private:
     int page_ = 1;
     std::optional<rows> shown_;           ///< the open member's row of the copy
     std::vector<column_value> untouched_; ///< what the fields would write of it as they came
+    web_identity login_;                  ///< the open member's, as it came
     /// A change that broke half way, as it was begun.
     struct begun_edit {
         save_steps save;
@@ -62,6 +63,7 @@ private:
     void show_member_page(int page);
     void turn_page(int by);
     void click_member(int row);
+    void show_nobody();
     void show_member(const QString& pers_no);
     void open_member(const QString& pers_no);
     void show_years(const std::vector<panel_row>& years);
@@ -77,6 +79,8 @@ private:
     void edit_member();
     bool goes_on_with_what_is_begun();
     void finish_edit();
+    std::vector<changed_field> changed_elsewhere(const rows::row& on_server, const web_identity& login,
+                                                 const std::vector<column_value>& columns);
     bool may_overwrite(const std::vector<column_value>& columns);
     void take_servers_row(const rows::row& on_server);
     void delete_this_member();

@@ -35,10 +35,18 @@ void manager_main_frm::attach_record_buttons()
     on_click(cmd_del, [this] { delete_this_member(); });
     on_click(year_buttons.in_img, [this] { add_year(); });
     on_click(year_buttons.ud_img, [this] {
-        if (is_record_chosen(*dues_h_grd, nothing_to_change) && !c_.cur_val_year.isEmpty())
-            desk_.open_above(QStringLiteral("mem_ud_dlg"), this);
+        if (!is_record_chosen(*dues_h_grd, nothing_to_change))
+            return;
+        if (c_.cur_val_year.isEmpty())
+            return refuse({nothing_to_change, dues_h_grd->objectName()});
+        desk_.open_above(QStringLiteral("mem_ud_dlg"), this);
     });
-    on_click(year_buttons.del_img, [this] { desk_.open_above(QStringLiteral("mem_del_dlg"), this); });
+    on_click(year_buttons.del_img, [this] {
+        // No year needs to be chosen: the dialog names what goes.
+        if (!shown_)
+            return refuse({nothing_to_delete, custom_lst->objectName()});
+        desk_.open_above(QStringLiteral("mem_del_dlg"), this);
+    });
     on_click(dues_buttons.in_img, [this] { add_payment(); });
     on_click(dues_buttons.ud_img, [this] { open_on_payment("dues_ud_dlg", nothing_to_change); });
     on_click(dues_buttons.del_img, [this] { open_on_payment("dues_del_dlg", nothing_to_delete); });
@@ -89,18 +97,18 @@ bool manager_main_frm::is_record_chosen(const grid& panel, const QString& otherw
 
 void manager_main_frm::edit_member()
 {
-    if (!shown_ || c_.selected_pers_no.isEmpty())
-        return refuse({QStringLiteral("수정할 회원을 선택 하세요."), QStringLiteral("custom_lst")});
     if (goes_on_with_what_is_begun())
         return finish_edit();
+    if (!shown_ || c_.selected_pers_no.isEmpty())
+        return refuse({QStringLiteral("수정할 회원을 선택 하세요."), QStringLiteral("custom_lst")});
     const member_fields& fields = details->fields;
     const member_data typed = fields.read();
     std::optional<refusal> why =
         check_edited_member(typed, keeps_telephone(typed, untouched_, shown_->front()));
     if (!why)
         why = check_certificate_numbers(typed);
-    std::vector<column_value> columns = edited_columns(typed, c_.today());
-    columns = keep_what_cannot_be_shown(std::move(columns), untouched_, shown_->front());
+    std::vector<column_value> columns =
+        keep_what_cannot_be_shown(edited_columns(typed, c_.today()), untouched_, shown_->front());
     if (!why)
         why = unreadable_amount({fields.lic_pay_txt, fields.year_pay_txt});
     if (why)
@@ -112,12 +120,13 @@ void manager_main_frm::edit_member()
     finish_edit();
 }
 
-/// A change that broke in the middle has left the member under two numbers, if his number was changed: it is
-/// brought to its end as it was begun.
+/// A change that broke in the middle has left the member under two numbers, if his number was changed: under
+/// either it is brought to its end as it was begun.
 bool manager_main_frm::goes_on_with_what_is_begun()
 {
-    const bool is_begun =
-        begun_ && !begun_->save.stored().isEmpty() && begun_->selected_pers_no == c_.selected_pers_no;
+    const bool is_begun = begun_ && !begun_->save.stored().isEmpty() &&
+                          (c_.selected_pers_no == begun_->selected_pers_no ||
+                           c_.selected_pers_no == begun_->columns.front().value);
     return is_begun &&
            c_.say.ask({QStringLiteral("앞서 이 회원을 저장하다가 중단되었습니다.\n저장된 것: %1\n\n"
                                       "그때의 내용으로 나머지를 이어서 저장할까요?")
@@ -128,9 +137,15 @@ bool manager_main_frm::goes_on_with_what_is_begun()
 
 void manager_main_frm::finish_edit()
 {
-    update_member(begun_->save, c_.local_conn, begun_->selected_pers_no, begun_->columns, begun_->id,
-                  begun_->passwd);
     const QString pers_no = begun_->columns.front().value;
+    try {
+        update_member(begun_->save, c_.local_conn, begun_->selected_pers_no, begun_->columns, begun_->id,
+                      begun_->passwd);
+    } catch (const db_failure&) {
+        if (pers_no != begun_->selected_pers_no) // the copy may bear the new number already
+            guard([this] { show_member_page(page_); });
+        throw;
+    }
     begun_.reset();
     c_.say.tell({QStringLiteral("수정이 완료됬습니다."), confirmation, sign::information});
     show_member_page(page_);
@@ -138,11 +153,33 @@ void manager_main_frm::finish_edit()
     show_member(pers_no);
 }
 
+/// The fields that hold something else on the server than was read here: his row's, and those of the web
+/// login, which he may have changed himself.
+std::vector<changed_field> manager_main_frm::changed_elsewhere(const rows::row& on_server,
+                                                               const web_identity& login,
+                                                               const std::vector<column_value>& columns)
+{
+    std::vector<changed_field> fields;
+    for (const newer_value& each : newer_values(on_server, shown_->front(), columns)) {
+        const std::string column = each.column.toStdString();
+        const auto typed = std::ranges::find(columns, std::string_view{column}, &column_value::column);
+        fields.push_back({details->fields.caption_of(column),
+                          details->fields.shown_as(column, each.on_server),
+                          details->fields.shown_as(column, typed->value)});
+    }
+    if (login.id != login_.id)
+        fields.push_back({QStringLiteral("아이디"), login.id, details->fields.id_txt->text()});
+    if (login.passwd != login_.passwd)
+        fields.push_back({QStringLiteral("비밀번호"), login.passwd, details->fields.passwd_txt->text()});
+    return fields;
+}
+
 /// A look ahead of the save: whoever changed this member elsewhere since he was shown here is not overwritten
 /// unseen.
 bool manager_main_frm::may_overwrite(const std::vector<column_value>& columns)
 {
-    const auto on_server = read_on_server(c_.db_conn, c_.selected_pers_no);
+    const auto [on_server, login] =
+        ask_together(c_.db_conn, row_on_server(c_.selected_pers_no), web_identity_of(c_.selected_pers_no));
     if (!on_server) {
         c_.say.tell(
             {QStringLiteral(
@@ -151,17 +188,10 @@ bool manager_main_frm::may_overwrite(const std::vector<column_value>& columns)
              sign::exclamation});
         return false;
     }
-    const std::vector<newer_value> newer = newer_values(on_server->front(), shown_->front(), columns);
-    if (newer.empty())
+    const std::vector<changed_field> fields =
+        changed_elsewhere(on_server->front(), login.value_or(login_), columns);
+    if (fields.empty())
         return true;
-    std::vector<changed_field> fields;
-    for (const newer_value& each : newer) {
-        const std::string column = each.column.toStdString();
-        const auto typed = std::ranges::find(columns, std::string_view{column}, &column_value::column);
-        fields.push_back({details->fields.caption_of(column),
-                          details->fields.shown_as(column, each.on_server),
-                          details->fields.shown_as(column, typed->value)});
-    }
     newer_change_dlg question{c_, fields, this};
     question.exec();
     if (question.chosen == newer_change_dlg::choice::servers)
@@ -179,7 +209,8 @@ void manager_main_frm::take_servers_row(const rows::row& on_server)
 void manager_main_frm::delete_this_member()
 {
     message question{QStringLiteral("선택된 회원을 삭제 하시겠습니까?"), confirmation, sign::exclamation};
-    if (!c_.selected_pers_no.isEmpty()) {
+    const bool is_open = shown_ && !c_.selected_pers_no.isEmpty();
+    if (is_open) {
         QStringList kinds;
         for (const rows_to_go& each : what_a_deletion_takes(c_.db_conn, c_.selected_pers_no))
             if (each.count > 0)
@@ -190,7 +221,7 @@ void manager_main_frm::delete_this_member()
     }
     if (!c_.say.ask(question, QStringLiteral("예(&Y)"), QStringLiteral("아니오(&N)"), answer::second))
         return;
-    if (c_.selected_pers_no.isEmpty())
+    if (!is_open)
         return c_.say.tell(
             {QStringLiteral("삭제하실 회원을 서택 하여주세요"), confirmation, sign::information});
     save_steps save{c_.db_conn};
