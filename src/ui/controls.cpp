@@ -1,6 +1,7 @@
 #include "ui/controls.h"
 
 #include "ui/icons.h"
+#include "ui/style.h"
 #include "ui/theme.h"
 
 #include <QFontMetrics>
@@ -66,9 +67,12 @@ QPushButton* primary_button(const QString& name, const QString& caption, const c
     QPushButton* made = button(name, caption);
     made->setIcon(icon(icon_name, colours().on_accent));
     QPalette p = made->palette();
-    p.setColor(QPalette::Button, colours().accent);
-    p.setColor(QPalette::ButtonText, colours().on_accent);
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+        p.setColor(group, QPalette::Button, colours().accent);
+        p.setColor(group, QPalette::ButtonText, colours().on_accent);
+    }
     made->setPalette(p);
+    mark_as_main(*made);
     made->setDefault(true);
     return made;
 }

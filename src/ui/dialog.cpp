@@ -5,6 +5,7 @@
 #include <QBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPushButton>
 
 namespace orvo {
 
@@ -53,6 +54,9 @@ void dialog::keyPressEvent(QKeyEvent* event)
 {
     if (is_enter(event) && std::exchange(enter_is_kept_, false))
         return;
+    // The button that has the focus, before the main one.
+    if (auto* button = dynamic_cast<QPushButton*>(focusWidget()); button && is_enter(event))
+        return button->click();
     QDialog::keyPressEvent(event);
 }
 

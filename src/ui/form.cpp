@@ -13,22 +13,37 @@ namespace {
 
 constexpr int line_height = 26; // of the tallest control, so that forms side by side keep step
 
-QLabel* caption_of(const entry& described)
+/// The caption, and the star of what must be filled in as a word of its own: marked-up text has no mnemonic.
+QLayout* caption_cell(QLabel* label, bool is_required)
 {
-    auto* label = new QLabel;
-    if (described.required)
-        label->setText(QStringLiteral("%1 <span style='color:%2'>*</span>")
-                           .arg(described.caption.toHtmlEscaped(), colours().required.name()));
-    else
-        label->setText(described.caption);
-    label->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
-    return label;
+    auto* cell = new QHBoxLayout;
+    cell->setSpacing(3); // as wide as a blank
+    cell->addWidget(label);
+    if (is_required) {
+        auto* star = new QLabel{QStringLiteral("*")};
+        QPalette p;
+        p.setColor(QPalette::WindowText, colours().required);
+        star->setPalette(p);
+        cell->addWidget(star);
+    }
+    cell->addStretch();
+    return cell;
 }
 
-void name_for_readers(QWidget* control, const QString& caption, int place)
+/// A word between two controls belongs to the first as its unit, or leads to the second.
+bool is_unit(const QString& word)
 {
-    if (control->accessibleName().isEmpty())
-        control->setAccessibleName(place == 1 ? caption : QStringLiteral("%1 %2").arg(caption).arg(place));
+    static const QStringList units{QStringLiteral("년"), QStringLiteral("월"),   QStringLiteral("일"),
+                                   QStringLiteral("원"), QStringLiteral("만원"), QStringLiteral("개월"),
+                                   QStringLiteral("-")};
+    return units.contains(word);
+}
+
+/// What a screen reader says of a control that has no words of its own.
+void name_for_readers(QWidget* control, const QString& name)
+{
+    if (control->accessibleName().isEmpty() && !dynamic_cast<QAbstractButton*>(control))
+        control->setAccessibleName(QString{name}.remove(u'&'));
 }
 
 /// The last control that is not a small button behind another.
@@ -48,15 +63,21 @@ QLayout* strip(const entry& described, QLabel* label)
     box->setSpacing(4);
     const QWidget* widest = described.fills ? last_field(described) : nullptr;
     int place = 0;
+    QLabel* led_by = label;
     for (const entry::piece& piece : described.pieces) {
         if (const auto* text = std::get_if<const char*>(&piece)) {
-            box->addWidget(new QLabel{QString::fromUtf8(*text)});
+            auto* word = new QLabel{QString::fromUtf8(*text)};
+            box->addWidget(word);
+            led_by = is_unit(word->text()) ? nullptr : word;
             continue;
         }
         QWidget* control = std::get<QWidget*>(piece);
-        name_for_readers(control, described.caption, ++place);
-        if (place == 1)
-            label->setBuddy(control);
+        ++place;
+        if (led_by)
+            led_by->setBuddy(control);
+        name_for_readers(control,
+                         led_by ? led_by->text() : QStringLiteral("%1 %2").arg(described.caption).arg(place));
+        led_by = nullptr;
         const bool takes_rest = control == widest;
         if (!takes_rest && control->minimumWidth() > 0)
             control->setFixedWidth(control->minimumWidth());
@@ -87,9 +108,9 @@ QLayout* form(const std::vector<entry>& rows, const QString& widest)
         grid->setColumnMinimumWidth(0, QLabel{widest}.sizeHint().width());
     int at = 0;
     for (const entry& each : rows) {
-        QLabel* label = caption_of(each);
+        auto* label = new QLabel{each.caption};
         grid->setRowMinimumHeight(at, line_height);
-        grid->addWidget(label, at, 0, Qt::AlignLeft | Qt::AlignVCenter);
+        grid->addLayout(caption_cell(label, each.required), at, 0);
         grid->addLayout(strip(each, label), at++, 1);
     }
     grid->setRowStretch(at, 1);

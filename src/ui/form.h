@@ -17,8 +17,9 @@ namespace orvo {
 ///
 ///     form({entry{"이름", {name_txt}}, entry{"자택전화번호", {tel1_txt, "-", tel2_txt, "-", tel3_txt}}})
 ///
-/// The caption is the buddy of the first control; the others bear the caption and their place as accessible
-/// names, so that a screen reader tells them apart.
+/// The caption is the buddy of the first control, a word between two controls of the second unless it is a
+/// unit. The others bear the caption and their place as accessible names, so that a screen reader tells them
+/// apart; buttons and boxes have words of their own.
 struct entry {
     using piece = std::variant<QWidget*, const char*>;
 

@@ -8,6 +8,9 @@ namespace orvo {
 
 namespace {
 
+/// Behind what stands at the right of its column, or it would touch the text of the next.
+const QString beside_text{QChar{QChar::Nbsp}};
+
 QVariant tick(const grid_row& row, int role)
 {
     const bool is_ticked = row.cells.value(0) == QLatin1String("1");
@@ -58,7 +61,9 @@ QVariant grid_model::data(const QModelIndex& at, int role) const
     const grid_row& row = rows_[static_cast<std::size_t>(at.row())];
     if (columns_[column].ticks)
         return tick(row, role);
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+    if (role == Qt::DisplayRole)
+        return row.cells.value(at.column()) + (columns_[column].is_number ? beside_text : QString{});
+    if (role == Qt::ToolTipRole)
         return row.cells.value(at.column());
     return role == Qt::UserRole ? row.key : QVariant{};
 }
@@ -69,7 +74,7 @@ QVariant grid_model::headerData(int section, Qt::Orientation orientation, int ro
         return {};
     const grid_column& column = columns_[static_cast<std::size_t>(section)];
     if (role == Qt::DisplayRole)
-        return column.caption;
+        return column.caption + (column.is_number ? beside_text : QString{});
     if (role == Qt::TextAlignmentRole)
         return QVariant{(column.is_number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter};
     return {};

@@ -1,10 +1,11 @@
 #include "ui/theme.h"
 
+#include "ui/style.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QLibraryInfo>
 #include <QPalette>
-#include <QStyleFactory>
 #include <QTranslator>
 
 namespace orvo {
@@ -12,14 +13,16 @@ namespace orvo {
 namespace {
 
 struct shade_table {
-    QRgb window, base, zebra, button, text, quiet, line, accent, on_accent, selection, on_selection, required;
+    QRgb window, base, zebra, button, text, quiet, line, outline, accent, on_accent, selection, on_selection,
+        required;
 };
 
-constexpr shade_table light_shades{0xfff5f6f8, 0xffffffff, 0xfff4f7fb, 0xfffafbfc, 0xff1d2733, 0xff667282,
-                                   0xffc9d0d9, 0xff1f6f8b, 0xffffffff, 0xffcfe6ee, 0xff10222b, 0xffc0392b};
-// Fusion draws outlines darker than the window: in the dark, fields stand out by being lighter than it.
-constexpr shade_table dark_shades{0xff1b1f24, 0xff2a3037, 0xff2f363e, 0xff39414b, 0xffe4e8ec, 0xffa3adb9,
-                                  0xff4a535d, 0xff58b0cc, 0xff0d1a20, 0xff2b586d, 0xfff2f8fb, 0xffff8a7a};
+constexpr shade_table light_shades{0xfff5f6f8, 0xffffffff, 0xfff4f7fb, 0xfffafbfc, 0xff1d2733,
+                                   0xff667282, 0xffc9d0d9, 0xff929daa, 0xff1f6f8b, 0xffffffff,
+                                   0xffcfe6ee, 0xff10222b, 0xffc0392b};
+constexpr shade_table dark_shades{0xff1b1f24, 0xff2a3037, 0xff2f363e, 0xff39414b, 0xffe4e8ec,
+                                  0xffa3adb9, 0xff4a535d, 0xff6f7a87, 0xff58b0cc, 0xff0d1a20,
+                                  0xff2b586d, 0xfff2f8fb, 0xffff8a7a};
 
 theme_colours current;
 
@@ -47,6 +50,8 @@ QPalette palette_of(const shade_table& s)
     p.setColor(QPalette::Shadow, QColor{s.line}.darker(150));
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         p.setColor(QPalette::Disabled, role, QColor{s.quiet});
+    for (const auto role : {QPalette::Base, QPalette::Button})
+        p.setColor(QPalette::Disabled, role, QColor{s.window});
     return p;
 }
 
@@ -65,8 +70,8 @@ shade preferred_shade()
 void apply_theme(QApplication& app, shade which)
 {
     const shade_table& s = which == shade::dark ? dark_shades : light_shades;
-    current = {QColor{s.accent}, QColor{s.on_accent}, QColor{s.quiet}, QColor{s.required}};
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    current = {QColor{s.accent}, QColor{s.on_accent}, QColor{s.quiet}, QColor{s.required}, QColor{s.outline}};
+    QApplication::setStyle(new style);
     QApplication::setPalette(palette_of(s));
     // One face for all Korean text; the second has the rare Hanja that the first lacks.
     QFont font;

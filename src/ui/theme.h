@@ -14,6 +14,7 @@ struct theme_colours {
     QColor on_accent;
     QColor quiet_text; ///< what is said in passing: hints, counts
     QColor required;   ///< the mark of a required field
+    QColor outline;    ///< of fields, boxes and buttons
 };
 
 /// Sets style, palette, fonts and the Korean words of the toolkit. Called once, before the first window.

@@ -3,12 +3,15 @@
 #include "ui/save_file_dialog.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QPushButton>
 
 namespace orvo {
 
 namespace {
+
+constexpr int least_width = 320; // pixels
 
 QMessageBox::Icon icon_of(sign which)
 {
@@ -35,6 +38,9 @@ void dress(QMessageBox& box, const message& what)
     box.setInformativeText(what.about);
     if (!what.details.isEmpty())
         box.setDetailedText(what.details);
+    // Room for the title, which a short sentence would cut.
+    if (auto* rows = qobject_cast<QGridLayout*>(box.layout()))
+        rows->addItem(new QSpacerItem{least_width, 0}, rows->rowCount(), 0, 1, rows->columnCount());
 }
 
 } // namespace

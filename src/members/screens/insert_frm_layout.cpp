@@ -155,6 +155,10 @@ void insert_frm::arrange()
     auto* walk = new enter_walk{*this};
     chain_fields(*walk);
     walk->begin();
+    // They stand at the top, and come behind the fields all the same.
+    setTabOrder(workplace_.primary_cbb, mem_in_img);
+    setTabOrder(mem_in_img, insert_img);
+    setTabOrder(insert_img, search_im);
 }
 
 void insert_frm::chain_fields(enter_walk& walk)
@@ -175,6 +179,7 @@ void insert_frm::chain_fields(enter_walk& walk)
                 w.meal_s_txt, w.np[0], w.np[1], w.np[2], w.np[3], w.mnp[0], w.mnp[1], w.mnp[2],
                 w.pers_multy_cbb});
     walk.chain({w.job_part_txt, w.job_line_cbb});
+    walk.chain({w.primary_cbb, mem_in_img});
     walk.leave_alone(m.id_txt);
 }
 

@@ -104,7 +104,7 @@ void manager_main_frm::attach()
     dues_h_grd->on_row([this](int row) { guard([this, row] { click_dues_year(row); }); });
     attach_record_buttons();
     attach_keys();
-    (new enter_walk{*details})->begin();
+    (new enter_walk{*this})->begin();
 }
 
 void manager_main_frm::attach_keys()

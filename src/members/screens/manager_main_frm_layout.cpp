@@ -18,8 +18,11 @@ QLayout* headed_by(const QString& title, std::initializer_list<QPushButton*> but
     auto* head = new QHBoxLayout;
     head->setSpacing(0);
     head->addWidget(heading(title), 1);
-    for (QPushButton* each : buttons)
+    for (QPushButton* each : buttons) {
+        if (each == *std::prev(buttons.end())) // which deletes
+            head->addSpacing(rhythm);
         head->addWidget(each);
+    }
     return head;
 }
 

@@ -24,7 +24,9 @@ public:
     {
         QStyledItemDelegate::paint(painter, option, at);
         painter->save();
-        painter->setPen(colours().quiet_text);
+        painter->setPen(option.state.testFlag(QStyle::State_Selected)
+                            ? option.palette.color(QPalette::HighlightedText)
+                            : colours().quiet_text);
         painter->drawText(option.rect.adjusted(0, 0, -line_gap, 0), Qt::AlignRight | Qt::AlignVCenter,
                           at.data(pers_no_role).toString().left(6));
         painter->restore();

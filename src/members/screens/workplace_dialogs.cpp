@@ -85,7 +85,7 @@ QLayout* workplace_dlg::arrange()
     held_ = new QWidget;
     held_->setLayout(beside({place, reach}));
     held_->layout()->setContentsMargins(0, 0, 0, 0);
-    return below({held_, line({to_the_right, Image2, submit_img})});
+    return below({held_, line({to_the_right, submit_img, Image2})});
 }
 
 void workplace_dlg::begin_to_walk()
