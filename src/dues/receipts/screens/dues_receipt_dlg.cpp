@@ -24,12 +24,12 @@ dues_receipt_dlg::dues_receipt_dlg(client& c, desk& at, QWidget* over)
     from_.set(c_.today());
     to_.set(c_.today());
     lay_out(below(
-        {Text1,
+        {heading(QStringLiteral("기간별 영수증 출력")), Text1,
          form({entry{QStringLiteral("시작일(&F)"), {from_.year, "년", from_.month, "월", from_.day, "일"}},
                entry{QStringLiteral("끝일(&T)"), {to_.year, "년", to_.month, "월", to_.day, "일"}},
                entry{QStringLiteral("입금장소(&R)"), {receipt_cbb, search_img}, true}}),
          list_part(), button_part()},
-        2));
+        3));
     on_click(search_img, [this] { find(); });
     failures::guard(c_.say, failures::policy::report, [this] {
         receipt_cbb->fill(ask(c_.local_conn, receipt_places()), "receipt_name", "code_receipt");

@@ -11,11 +11,12 @@ pers_receipt_dlg::pers_receipt_dlg(client& c, desk& at, QWidget* over)
 {
     for (const char* text : {"회원명", "주민번호", "면허번호"})
         item_cbb->add(QString::fromUtf8(text), item_cbb->count());
-    lay_out(below({form({entry{QStringLiteral("회원종류(&M)"), {cbb_memkind}},
+    lay_out(below({heading(QStringLiteral("회원별 영수증 출력")),
+                   form({entry{QStringLiteral("회원종류(&M)"), {cbb_memkind}},
                          entry{QStringLiteral("검색종류(&I)"), {item_cbb}},
                          entry{QStringLiteral("검색어(&K)"), {str_txt, search_img}}}),
                    list_part(), button_part()},
-                  1));
+                  2));
     on_enter(str_txt, [this] { find(); });
     on_click(search_img, [this] { find(); });
     failures::guard(c_.say, failures::policy::report, [this] {
