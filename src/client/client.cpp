@@ -85,6 +85,7 @@ void remake_local_file(client& c)
         throw;
     }
     fresh.close();
+    c.mirrors_behind.clear();
     c.local_conn.open();
 }
 

@@ -9,6 +9,8 @@
 #include <QSettings>
 
 #include <functional>
+#include <set>
+#include <string_view>
 
 namespace orvo {
 
@@ -28,6 +30,10 @@ public:
     connection local_conn; ///< the workstation's file `orvo.mdb`
     connection db_conn;    ///< the register
     connection mail_conn;  ///< the queue of outgoing mail
+
+    /// Code tables of which the workstation's copy and the server are known to differ: before one of them
+    /// gets another row, it is brought in line.
+    std::set<std::string_view> mirrors_behind;
 
     /// What this user of this workstation has made his own: widths of columns and the like.
     QSettings settings;

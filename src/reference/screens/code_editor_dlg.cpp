@@ -146,7 +146,7 @@ void code_editor_dlg::add()
     for (const code_extras::parent_list& each : parents_)
         if (each.list->currentIndex() < 0)
             return refuse(refusal("지부와 분과를 선택해야 입력이 가능합니다."), each.list);
-    if (mirror_is_behind_)
+    if (c_.mirrors_behind.contains(of_.table))
         return bring_mirror_up_to_date();
     bran_grd->clear_rows();
     std::vector<column_text> entered;
@@ -183,7 +183,7 @@ void code_editor_dlg::show_row_of(qint64 code, const QString& name)
 /// as the sides are apart, a press on the adding button mends that first, so that no second row comes of it.
 void code_editor_dlg::tell_half_stored(const addition& made)
 {
-    mirror_is_behind_ = true;
+    c_.mirrors_behind.insert(of_.table);
     message what{state_of(made) + QStringLiteral("\n\n코드표를 서버와 맞춘 뒤에 다시 추가하십시오."),
                  QString::fromUtf8(of_.heading), sign::exclamation};
     what.details = made.failure->text() + u'\n' + made.failure->statement();
@@ -194,7 +194,7 @@ void code_editor_dlg::tell_half_stored(const addition& made)
 void code_editor_dlg::bring_mirror_up_to_date()
 {
     sync_code_table(c_.db_conn, c_.local_conn, of_.table);
-    mirror_is_behind_ = false;
+    c_.mirrors_behind.erase(of_.table);
     show_rows(all_codes(c_.local_conn, of_, parents()));
     c_.say.tell({synced, {}, sign::information});
     str_txt->setFocus();

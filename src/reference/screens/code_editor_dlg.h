@@ -41,7 +41,6 @@ private:
     const code_editor& of_;
     std::vector<code_extras::parent_list> parents_;
     std::vector<code_extras::text> texts_; ///< the name first
-    bool mirror_is_behind_ = false;        ///< a code got stored on one side only, or is taken on the server
 
     QLineEdit* str_txt;
     QPushButton* search_img;
