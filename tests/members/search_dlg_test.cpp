@@ -134,7 +134,8 @@ private Q_SLOTS:
         at.open();
         auto& offered = control<QListWidget>(*at.dlg, "member_lst");
         Q_EMIT offered.itemActivated(offered.item(0));
-        QCOMPARE(at.on.say.take_texts(), QStringList{"찾으시는 회원이 없습니다."});
+        const QList<message> told = at.on.say.take_told();
+        QVERIFY(told.size() == 1 && told[0].icon == sign::information);
         QVERIFY(at.dlg->isVisible() && at.on.c.member_to_open.isEmpty());
         QCOMPARE(at.copied(), lee); // that of before
     }

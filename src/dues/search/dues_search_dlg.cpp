@@ -68,7 +68,7 @@ void dues_search_dlg::run_search()
                              &progress, [&progress] { progress.found_some(); });
     }
     if (found == 0)
-        return c_.say.tell({QStringLiteral("찾으시는 회원이 없습니다.")});
+        return c_.say.tell({QStringLiteral("찾으시는 회원이 없습니다."), {}, sign::information});
     accept();
     desk_.show(screen_code::manager_main_frm);
 }

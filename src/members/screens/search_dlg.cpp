@@ -104,7 +104,7 @@ void search_dlg::run_search()
     if (key.isEmpty())
         return refuse({QStringLiteral("찾고자하는 키워드를 적으십시요")}, str_txt);
     if (!find(item(), key)) {
-        c_.say.tell({QStringLiteral("찾으시는 회원이 없습니다.")});
+        c_.say.tell({QStringLiteral("찾으시는 회원이 없습니다."), {}, sign::information});
         str_txt->clear();
         str_txt->setFocus();
         return;
@@ -118,7 +118,7 @@ void search_dlg::run_search()
 void search_dlg::search_again_for(const QString& pers_no)
 {
     if (!find(static_cast<int>(search_item::resident_number), pers_no)) {
-        c_.say.tell({QStringLiteral("찾으시는 회원이 없습니다.")});
+        c_.say.tell({QStringLiteral("찾으시는 회원이 없습니다."), {}, sign::information});
         return;
     }
     c_.member_to_open = pers_no;
