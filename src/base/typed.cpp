@@ -158,12 +158,12 @@ typed_amount read_amount(QStringView typed)
                                                          : read_with_units(QStringView{text}.trimmed());
 }
 
-typed_date read_date(QStringView typed, QDate today, date_part alone, int first)
+typed_date read_date(QStringView typed, int bare_year, date_part alone, int first)
 {
     const QString text = half_width(typed);
     static const QString month_and_day = QStringLiteral("(?<m>\\d{1,2}) *[-./월 ] *(?<d>\\d{1,2}) *[.일]?");
     if (whole_match(month_and_day, text).hasMatch())
-        return read_date(QString::number(today.year()) + u'-' + text, today, date_part::year, first);
+        return read_date(QString::number(bare_year) + u'-' + text, bare_year, date_part::year, first);
     return first_match(
         text,
         {QStringLiteral("(?<y>\\d{4})(?<m>\\d\\d)(?<d>\\d\\d)"),

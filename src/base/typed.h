@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDate>
 #include <QString>
 
 #include <optional>
@@ -33,11 +32,11 @@ struct typed_date {
     QString refusal;
 };
 
-/// "20261122", "2026-11-22", "2026. 11. 22.", "2026년 11월 22일"; "11.22" is of the year of `today`,
+/// "20261122", "2026-11-22", "2026. 11. 22.", "2026년 11월 22일"; "11.22" is of `bare_year`,
 /// "2026-11" has no day, four digits are a year. One or two digits are the part `alone`, and refused where
 /// that is the year. Days are not checked against the month, as the register holds such dates. Years before
 /// `first` are refused.
-typed_date read_date(QStringView typed, QDate today, date_part alone = date_part::year,
+typed_date read_date(QStringView typed, int bare_year, date_part alone = date_part::year,
                      int first = first_year);
 
 /// The same for months: "202611", "2026-11", "2026.11", "2026년 11월".

@@ -58,6 +58,7 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    typed_date read(const QString& typed) const;
     bool is_pending() const { return currentText() != itemText(currentIndex()); }
     void put_today();
     void spread(const typed_date& date);
@@ -100,10 +101,18 @@ void date_list::choose(const QString& text)
 void date_list::put_today()
 {
     const QDate today = group_->now().date();
-    typed_date date = read_date(today.toString(Qt::ISODate), today);
+    spread(read(today.toString(group_->has_days() ? QStringLiteral("yyyyMMdd") : QStringLiteral("yyyyMM"))));
+}
+
+/// A month and day without a year are of the year that is chosen, or of this one.
+typed_date date_list::read(const QString& typed) const
+{
     if (!group_->has_days())
-        date.day.clear();
-    spread(date);
+        return read_month(typed, part_);
+    const date_list* years = group_->lists[0];
+    const int chosen = years ? years->itemText(years->currentIndex()).toInt() : 0;
+    const int bare_year = chosen > 0 ? chosen : group_->now().date().year();
+    return read_date(typed, bare_year, part_, group_->first_year);
 }
 
 void date_list::take()
@@ -111,9 +120,7 @@ void date_list::take()
     if (!is_pending())
         return;
     const QString typed = currentText();
-    const typed_date date = group_->has_days()
-                                ? read_date(typed, group_->now().date(), part_, group_->first_year)
-                                : read_month(typed, part_);
+    const typed_date date = read(typed);
     if (!date.refusal.isEmpty())
         refuse(date.refusal);
     else if (typed.trimmed().isEmpty())
@@ -282,11 +289,6 @@ void date_group::set(const QString& stored) const
     show_part(*month, stored.mid(4, 2));
     if (day)
         show_part(*day, stored.mid(6, 2));
-}
-
-void date_group::clear() const
-{
-    set({});
 }
 
 void date_group::set_enabled(bool enabled) const

@@ -13,9 +13,9 @@ namespace orvo {
 /// The lists of a date or of a month, to be placed one by one; the form that they are placed in owns them.
 ///
 /// An operator chooses from the lists, or types: a part into its list, or a whole date, as read_date takes
-/// it, into any of them. "+" is today. Enter or leaving takes what was typed; what cannot be read gives way
-/// to what stood there, and a tip says why. A list sends `activated`, with -1 for an emptied one, whenever
-/// the operator has changed it.
+/// it, into any of them; a month and day without a year are of the year that is chosen. "+" is today. Enter
+/// or leaving takes what was typed; what cannot be read gives way to what stood there, and a tip says why. A
+/// list sends `activated`, with -1 for an emptied one, whenever the operator has changed it.
 struct date_group {
     using clock = std::function<QDateTime()>;
     struct choices {
@@ -42,7 +42,7 @@ struct date_group {
     QString withdraw_refusal() const;
     /// Shows a date "yyyymmdd" or a month "yyyymm"; parts that no list has are left empty.
     void set(const QString& stored) const;
-    void clear() const;
+    void clear() const { set({}); }
     void set_enabled(bool enabled) const;
 };
 
