@@ -132,6 +132,17 @@ private Q_SLOTS:
             QCOMPARE(at.shown(row.section(u';', 3, 3)), row.section(u';', 4));
         }
     }
+    void what_is_stored_oddly_stays_as_it_is() // keys; the line then
+    {
+        for (const QString row : {"EEEEE;19990315 2025031 30000 1 ", "DEEEEE; 2025031 30000 2 ",
+                                  "E2000EEEE;20000315 2025031 30000 1 "}) {
+            at_console at;
+            at.db.direct("update dues_b_tbl set pers_mem_day='19990315',pers_mem_b_day='2025031'");
+            at.open("dues_ud");
+            QCOMPARE(at.press(row.section(u';', 0, 0)), "dues lines closed");
+            QCOMPARE(at.stored().section(u';', 0, 0), row.section(u';', 1));
+        }
+    }
     void a_broken_save_goes_on_without_a_second_payment()
     {
         at_console at;

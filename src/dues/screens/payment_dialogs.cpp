@@ -25,7 +25,7 @@ void payment_dialog::open_with(const QString& title, bool place_is_required,
 
 void payment_dialog::pick_place()
 {
-    fields.other_side().clear();
+    fields.drop_other_side();
     fields.enable_by_place();
 }
 

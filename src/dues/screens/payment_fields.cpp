@@ -10,7 +10,7 @@ namespace {
 
 constexpr int first_year_of_payments = 2000;
 
-date_group payment_date(const QString& stem, const client& c)
+payment_date date_of(const QString& stem, const client& c)
 {
     return {stem + QStringLiteral("_y_cbb"),
             stem + QStringLiteral("_m_cbb"),
@@ -21,10 +21,22 @@ date_group payment_date(const QString& stem, const client& c)
 
 } // namespace
 
+void payment_date::show(const QString& stored_before)
+{
+    set(stored_before);
+    stored_ = stored_before;
+    shown_ = stored();
+}
+
+void payment_date::drop()
+{
+    show({});
+}
+
 payment_fields::payment_fields(const client& c)
-    : receipt_cbb{new code_list{QStringLiteral("receipt_cbb"), 20}}, con_in{payment_date(
-                                                                         QStringLiteral("con_in"), c)},
-      b_in{payment_date(QStringLiteral("b_in"), c)}, str_txt{new amount_field{QStringLiteral("str_txt"), 14}}
+    : receipt_cbb{new code_list{QStringLiteral("receipt_cbb"), 20}}, con_in{date_of(QStringLiteral("con_in"),
+                                                                                    c)},
+      b_in{date_of(QStringLiteral("b_in"), c)}, str_txt{new amount_field{QStringLiteral("str_txt"), 14}}
 {
 }
 
@@ -63,23 +75,28 @@ const date_group& payment_fields::other_side() const
     return &chosen_side() == &con_in ? b_in : con_in;
 }
 
+void payment_fields::drop_other_side()
+{
+    (&chosen_side() == &con_in ? b_in : con_in).drop();
+}
+
 void payment_fields::enable_by_place() const
 {
     chosen_side().set_enabled(true);
     other_side().set_enabled(receipt_cbb->currentIndex() < 0);
 }
 
-void payment_fields::show(const payment& line) const
+void payment_fields::show(const payment& line)
 {
     str_txt->set_amount(line.pres_money);
-    con_in.set(line.pers_mem_day);
-    b_in.set(line.pers_mem_b_day);
+    con_in.show(line.pers_mem_day);
+    b_in.show(line.pers_mem_b_day);
     receipt_cbb->choose_code(line.code_receipt.toLongLong());
 }
 
 payment payment_fields::read() const
 {
-    return {con_in.stored(), b_in.stored(), str_txt->amount(), receipt_cbb->code()};
+    return {con_in.text(), b_in.text(), str_txt->amount(), receipt_cbb->code()};
 }
 
 QString payment_fields::withdraw_refusal(QWidget*& typed_into) const
@@ -94,7 +111,9 @@ QString payment_fields::withdraw_refusal(QWidget*& typed_into) const
 
 QString payment_fields::unfinished_date() const
 {
-    for (const date_group& each : {con_in, b_in}) {
+    for (const payment_date& each : {con_in, b_in}) {
+        if (each.is_untouched())
+            continue;
         const QString parts[] = {each.year->currentText(), each.month->currentText(),
                                  each.day->currentText()};
         const auto missing = std::ranges::count(parts, QString{});
