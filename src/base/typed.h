@@ -10,14 +10,22 @@ namespace orvo {
 // digits. Where two readings are possible there is none: the text is refused with a sentence that says what
 // to type.
 
-/// Whole won, or a refusal; neither where nothing is typed.
+/// What a typed number is of.
+enum class amount_kind {
+    won,
+    signed_won,       ///< with a minus in front where it is paid back
+    ten_thousand_won, ///< "3500", "3500만" and "3,500만원" are one
+    count             ///< of people or meals: digits alone, with or without separators
+};
+
+/// A whole number in the unit of its kind, or a refusal; neither where nothing is typed.
 struct typed_amount {
-    std::optional<qint64> won;
+    std::optional<qint64> number;
     QString refusal;
 };
 
-/// "30000", "30,000", "₩30,000", "3만 원", "1억2000만", "2천만"; up to what a column of 32 bits holds.
-typed_amount read_amount(QStringView typed);
+/// "30000", "30,000", "₩30,000", "3만 원", "1억2000만", "2천만"; up to what a column of 32 bits holds in won.
+typed_amount read_amount(QStringView typed, amount_kind kind = amount_kind::won);
 
 enum class date_part { year, month, day };
 

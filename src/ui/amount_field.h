@@ -1,16 +1,20 @@
 #pragma once
 
+#include "base/typed.h"
+
 #include <QLineEdit>
 
 namespace orvo {
 
-/// A field for whole won. It takes what read_amount takes and shows it with separators when it is left; what
-/// cannot be read stays as it was typed, marked, and says why.
+/// A field for whole numbers of a kind. It takes what read_amount takes and shows it with separators when it
+/// is left; what cannot be read stays as it was typed, marked, and says why. A stored number that stands
+/// there as it was shown is not read at all: it is taken as it is stored.
 class amount_field : public QLineEdit {
 public:
-    amount_field(const QString& name, int shown);
+    amount_field(const QString& name, int shown, amount_kind kind = amount_kind::won);
+    void set_kind(amount_kind kind) { kind_ = kind; }
 
-    /// The digits of what stands there; empty where nothing does or it cannot be read.
+    /// The number that stands there, without separators; empty where none does or it cannot be read.
     QString amount() const;
     /// Why what stands there cannot be taken; empty where it can.
     QString refusal() const;
@@ -21,6 +25,11 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    amount_kind kind_;
+    QString stored_;
+    QString shown_; ///< of what is stored
+
+    bool is_untouched() const { return text() == shown_; }
     void mark(const QString& sentence);
 };
 

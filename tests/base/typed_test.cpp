@@ -10,7 +10,12 @@ class typed_test : public QObject {
 private Q_SLOTS:
     void amounts()
     {
-        const std::pair<std::optional<qint64>, const char*> cases[] = {
+        using enum amount_kind;
+        const struct {
+            std::optional<qint64> number;
+            const char* typed;
+            amount_kind kind = won;
+        } cases[] = {
             {30'000, "30000;30,000;３００００;３０，０００; 30,000원　;₩30,000;￦ 30,000;\\30,000;３만 원"},
             {35'000, "3만5천;3만 5,000;35천원"},
             {10'000, "만원;0010000"},
@@ -21,12 +26,20 @@ private Q_SLOTS:
             {{}, "2147483648;21억4748만3648;184억4674만4073;18446744073709551617;9999999999억9999999999억"},
             {{}, "-5;−5;－５;1.5;1.5만;30.000;3,00;3,0000;0,500;,300;3,000,;30 000;3만5;3만4만;3만50000"},
             {{}, "abc;30000x;+5;원;₩;３²;٣;3e4;3'0;;  ;　"},
+            {-5'000, "-5,000;－５，０００;− 5천;-₩5000", signed_won},
+            {5'000, "5,000", signed_won},
+            {{}, "--5;5-;-;₩-5;-2147483648", signed_won},
+            {3'500, "3500;3,500;3500만;3,500만원;3천5백만;₩35,000,000;35000000원", ten_thousand_won},
+            {{}, "35,000,000;214749;3천;3500원;-5;1.5;만원쯤", ten_thousand_won},
+            {1'200, "1200;１,200", count},
+            {{}, "3만;천;5원;₩5;-5;1.5;3,00", count},
         };
-        for (const auto& [won, typed] : cases)
+        for (const auto& [number, typed, kind] : cases)
             for (const QString& each : QString::fromUtf8(typed).split(u';')) {
-                const typed_amount read = read_amount(each);
-                QVERIFY2(read.won == won, qPrintable(each));
-                QVERIFY2(read.refusal.isEmpty() == (won || each.trimmed().isEmpty()), qPrintable(each));
+                const typed_amount read = read_amount(each, kind);
+                QVERIFY2(read.number == number, qPrintable(each));
+                QVERIFY2(kind != count || !read.refusal.contains("금액"), qPrintable(each));
+                QVERIFY2(read.refusal.isEmpty() == (number || each.trimmed().isEmpty()), qPrintable(each));
             }
         for (const QString much : {"9", "만", "1만", "1,"})
             QVERIFY(!read_amount(much.repeated(100'000)).refusal.isEmpty());

@@ -93,7 +93,8 @@ private Q_SLOTS:
                  "dues_in;DE+EE;dues lines closed;" + first + "20261122  20000 1 " + paid, // five keys
                  "dues_in;DDE20251103EE;dues lines closed;" + first + " 20251103 20000 2 " + paid,
                  "dues_in;EE;입금장소를 입력하지 않으셨습니다.@receipt_cbb",
-                 "dues_in;DE+E-5E;금액에는 빼기 기호(-)를 쓸 수 없으니 0원 이상으로 입력하세요.@str_txt",
+                 "dues_in;DE+E-5E;dues lines closed;" + first + "20261122  -5 1 ;2025 20 50000 20005 0 ;20 ",
+                 "mem_in;DE-5E;금액에는 빼기 기호(-)를 쓸 수 없으니 0원 이상으로 입력하세요.@str_txt",
                  "dues_in;DE1999EEEE;연도는 2000부터 2050까지 입력할 수 있습니다.@con_in_y_cbb",
                  "dues_in;DEEEEE;" + half + "@con_in_m_cbb",
                  "dues_ud;EE55000E;dues lines closed;20250315 20250315 55000 1 ;2025 20 50000 -5000 1 ;20 ",
@@ -118,7 +119,8 @@ private Q_SLOTS:
         a_dues_year{at.kim, "2024"}.with("yet_money", 3'000'000'000).store_in(at.db);
         for (const QString row :
              {"dues_in;2025;D;con_in_y_cbb con_in_d_cbb b_in_y_cbb b_in_d_cbb;2025  - -",
-              "dues_in;2025;;str_txt hint b_in_m_cbb; 이 년도의 회비는 5,000원이 더 납입되어 있습니다. -",
+              "dues_in;2025;;str_txt hint b_in_m_cbb;-5,000 이 년도의 회비는 5,000원이 더 납입되어 있습니다. "
+              "그대로 저장하면 돌려준 금액으로 기록됩니다. -",
               "dues_in;2024;;str_txt;3,000,000,000",
               "dues_in;;;str_txt hint; 회비년도를 선택하지 않았습니다. 입금은 년도 없이 저장됩니다.",
               "dues_ud;2025;;con_in_m_cbb b_in_m_cbb str_txt;03 03- 30,000",
@@ -134,10 +136,11 @@ private Q_SLOTS:
     }
     void what_is_stored_oddly_stays_as_it_is() // keys; the line then
     {
-        for (const QString row : {"EEEEE;19990315 2025031 30000 1 ", "DEEEEE; 2025031 30000 2 ",
-                                  "E2000EEEE;20000315 2025031 30000 1 "}) {
+        for (const QString row : {"EEEEE;19990315 2025031 -30000 1 ", "DEEEEE; 2025031 -30000 2 ",
+                                  "E2000EEEE;20000315 2025031 -30000 1 "}) {
             at_console at;
-            at.db.direct("update dues_b_tbl set pers_mem_day='19990315',pers_mem_b_day='2025031'");
+            at.db.direct("update dues_b_tbl set pers_mem_day='19990315',pers_mem_b_day='2025031',"
+                         "pres_money=-30000");
             at.open("dues_ud");
             QCOMPARE(at.press(row.section(u';', 0, 0)), "dues lines closed");
             QCOMPARE(at.stored().section(u';', 0, 0), row.section(u';', 1));

@@ -43,9 +43,9 @@ struct at_console : running_client, fake_desk, member_panels {
     at_console& open(const QString& name)
     {
         c.cur_con_id = name.endsWith('1') ? "1" : "2";
-        name == "con_in"   ? dlg = std::make_unique<con_in_dlg>(c, *this, nullptr)
-        : name == "con_ud" ? dlg = std::make_unique<con_ud_dlg>(c, *this, nullptr)
-                           : dlg = std::make_unique<con_del_dlg>(c, *this, nullptr);
+        name == "con_in"            ? dlg = std::make_unique<con_in_dlg>(c, *this, nullptr)
+        : name.startsWith("con_ud") ? dlg = std::make_unique<con_ud_dlg>(c, *this, nullptr)
+                                    : dlg = std::make_unique<con_del_dlg>(c, *this, nullptr);
         bring_up(*dlg);
         return *this;
     }
@@ -74,7 +74,8 @@ private Q_SLOTS:
                  "con_in 50EEEE;@1;900 370 1" + both + "|20'6 20261122 50",
                  "con_in 2147483647E19700101EEE;@1;900 2147483967 1" + both + "|20'6 19700101 2147483647",
                  "con_in EEEE;" + none + "str_txt", "con_in 5EEXEE;" + none + "con_in_m_cbb",
-                 "con_in -5EEEE;금액에는 빼기 기호(-)를 쓸 수 없으니 0원 이상으로 입력하세요.@str_txt",
+                 "con_in -5EEEE;@1;900 315 1" + both + "|20'6 20261122 -5",
+                 "con_ud1 -70EEEEE,con_ud1 E2025EEEE;@2;900 -50 0|20200101 20250315 -70" + second,
                  "con_in 5E1969EEE;연도는 1970부터 2050까지 입력할 수 있습니다.@con_in_y_cbb",
                  "con_ud EEEEE;@1;900 600 0" + first + first, // shows the first, writes the second
                  "con_ud 70EEEEDE,con_in 5EEEE;@2;900 375 1" + first +
@@ -92,6 +93,8 @@ private Q_SLOTS:
     void what_is_there_is_said()
     {
         at_console at{engine::embedded, false};
+        QCOMPARE(at.open("con_in").press("-5EEEE"), // the sum pledged
+                 "금액에는 빼기 기호(-)를 쓸 수 없으니 0원 이상으로 입력하세요.@str_txt");
         QVERIFY(at.open("con_in").shown("hint").contains("오늘(2026-11-22) 약정한"));
         at.store_pledge(); // meanwhile
         QCOMPARE(at.press("5EEEE"),

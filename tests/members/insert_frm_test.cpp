@@ -163,7 +163,8 @@ private Q_SLOTS:
                                           {"agree_pay_txt", "-5"},
                                           {"dues_in_txt", "99999999999"},
                                           {"lic_pay_txt", "만원쯤"},
-                                          {"np1_txt", "1.5"}})
+                                          {"year_pay_txt", "35,000,000"},
+                                          {"np1_txt", "3만"}})
             QTest::addRow("%s %s", field, text) << QString{field} << QString{text};
     }
     void what_cannot_be_saved_is_refused_where_it_stands()

@@ -41,8 +41,16 @@ private Q_SLOTS:
             const QString amount = is_marked && !on.money->toolTip().isEmpty() ? "no" : on.money->amount();
             QCOMPARE(on.money->text() + u';' + amount, row.section(u';', 1));
         }
-        on.money->set_amount("1234567");
-        QCOMPARE(on.money->text(), "1,234,567");
+        // What is stored is taken as it is for as long as it stands there.
+        for (const QString row : {"1234567;1,234,567", "-5;-5", "1.50;1.50", "0x;0x"}) {
+            on.money->set_amount(row.section(u';', 0, 0));
+            on.money->setFocus();
+            press(on.money, Qt::Key_Tab);
+            QCOMPARE(on.money->text() + on.money->refusal(), row.section(u';', 1));
+            QCOMPARE(on.money->amount(), row.section(u';', 0, 0));
+            type(on.money, "-");
+            QVERIFY(!on.money->refusal().isEmpty() && on.money->amount().isEmpty());
+        }
     }
     void a_date_is_typed_into_any_list() // number of the list; shown before; typed; shown then
     {

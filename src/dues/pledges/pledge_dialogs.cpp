@@ -72,6 +72,7 @@ con_in_dlg::con_in_dlg(client& c, desk& at, QWidget* over)
 
 void con_in_dlg::show_pledge()
 {
+    fields_.str_txt->set_kind(pledge_ ? amount_kind::signed_won : amount_kind::won);
     if (!pledge_)
         // The day typed is that of no payment: a pledge is made on the day on which it is entered.
         return hint(

@@ -6,9 +6,9 @@
 namespace orvo {
 
 pledge_fields::pledge_fields(const client& c)
-    : str_txt{new amount_field{QStringLiteral("str_txt"), 14}}, con_in{QStringLiteral("con_in_y_cbb"),
-                                                                       QStringLiteral("con_in_m_cbb"),
-                                                                       QStringLiteral("con_in_d_cbb"), c.now}
+    : str_txt{new amount_field{QStringLiteral("str_txt"), 14, amount_kind::signed_won}},
+      con_in{QStringLiteral("con_in_y_cbb"), QStringLiteral("con_in_m_cbb"), QStringLiteral("con_in_d_cbb"),
+             c.now}
 {
 }
 

@@ -75,9 +75,10 @@ void dues_in_dlg::propose_the_rest(const std::optional<dues_header>& header)
         return hint(year_.val_year.isEmpty()
                         ? QStringLiteral("회비년도를 선택하지 않았습니다. 입금은 년도 없이 저장됩니다.")
                         : QStringLiteral("이 년도의 회비가 등록되어 있지 않습니다."));
-    if (header->yet_money < 0) // nothing is left to be proposed, and no payment is negative
-        return hint(QStringLiteral("이 년도의 회비는 %1원이 더 납입되어 있습니다.")
-                        .arg(with_separators(-header->yet_money)));
+    if (header->yet_money < 0)
+        hint(QStringLiteral(
+                 "이 년도의 회비는 %1원이 더 납입되어 있습니다. 그대로 저장하면 돌려준 금액으로 기록됩니다.")
+                 .arg(with_separators(-header->yet_money)));
     if (header->yet_money == 0)
         hint(QStringLiteral("이 년도의 회비는 모두 납입되어 있습니다."));
     fields.str_txt->set_amount(QString::number(header->yet_money));

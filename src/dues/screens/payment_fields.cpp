@@ -36,7 +36,8 @@ void payment_date::drop()
 payment_fields::payment_fields(const client& c)
     : receipt_cbb{new code_list{QStringLiteral("receipt_cbb"), 20}}, con_in{date_of(QStringLiteral("con_in"),
                                                                                     c)},
-      b_in{date_of(QStringLiteral("b_in"), c)}, str_txt{new amount_field{QStringLiteral("str_txt"), 14}}
+      b_in{date_of(QStringLiteral("b_in"), c)}, str_txt{new amount_field{QStringLiteral("str_txt"), 14,
+                                                                         amount_kind::signed_won}}
 {
 }
 

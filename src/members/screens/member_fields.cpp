@@ -92,7 +92,7 @@ member_fields::member_fields(client& c, desk& at, QWidget* form)
     id_txt = text_field(QStringLiteral("id_txt"), 11, width_of("id_tbl", "id"));
     passwd_txt = text_field(QStringLiteral("passwd_txt"), 11, width_of("id_tbl", "passwd"));
     lic_pay_txt = new amount_field{QStringLiteral("lic_pay_txt"), 10};
-    year_pay_txt = new amount_field{QStringLiteral("year_pay_txt"), 10};
+    year_pay_txt = new amount_field{QStringLiteral("year_pay_txt"), 10, amount_kind::ten_thousand_won};
     lic_kind6_no = member_field("lic_kind6_no", 12, "lic_kind6_no");
     lic_kind7_no = member_field("lic_kind7_no", 12, "lic_kind7_no");
     for (std::size_t i = 0; i < lic_kind_chk.size(); ++i) {

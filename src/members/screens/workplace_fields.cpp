@@ -41,7 +41,8 @@ std::array<amount_field*, count> counters(const QString& stem)
 {
     std::array<amount_field*, count> made;
     for (std::size_t i = 0; i < count; ++i)
-        made[i] = new amount_field{stem + QString::number(i + 1) + QStringLiteral("_txt"), 5};
+        made[i] =
+            new amount_field{stem + QString::number(i + 1) + QStringLiteral("_txt"), 5, amount_kind::count};
     return made;
 }
 
