@@ -6,6 +6,7 @@
 
 #include <QFontMetrics>
 #include <QRegularExpressionValidator>
+#include <QScopedValueRollback>
 #include <QShortcut>
 #include <QStyleOptionComboBox>
 #include <QWheelEvent>
@@ -20,11 +21,16 @@ int room_for(const QWidget* field, int characters)
 QLineEdit* text_field(const QString& name, int shown, int longest)
 {
     auto* field = new QLineEdit;
-    field->setObjectName(name);
-    field->setMinimumWidth(room_for(field, shown) + 14);
-    if (longest > 0)
-        field->setMaxLength(longest);
+    set_up_text_field(*field, name, shown, longest);
     return field;
+}
+
+void set_up_text_field(QLineEdit& field, const QString& name, int shown, int longest)
+{
+    field.setObjectName(name);
+    field.setMinimumWidth(room_for(&field, shown) + 14);
+    if (longest > 0)
+        field.setMaxLength(longest);
 }
 
 QLineEdit* digits_field(const QString& name, int shown, int longest)
@@ -119,6 +125,12 @@ QSize code_list::sizeHint() const
     initStyleOption(&look);
     const QSize content{0, qMax(fontMetrics().height(), iconSize().height()) + 2};
     return style()->sizeFromContents(QStyle::CT_ComboBox, &look, content, this);
+}
+
+void code_list::keyPressEvent(QKeyEvent* event)
+{
+    const QScopedValueRollback stepping{is_stepped_through_, true};
+    QComboBox::keyPressEvent(event);
 }
 
 void code_list::wheelEvent(QWheelEvent* event)

@@ -14,6 +14,8 @@ int room_for(const QWidget* field, int characters);
 
 /// A text field as wide as `shown` characters, which takes at most `longest` (0: no bound).
 QLineEdit* text_field(const QString& name, int shown, int longest = 0);
+/// The same for a field that is more than that.
+void set_up_text_field(QLineEdit& field, const QString& name, int shown, int longest);
 
 /// The same for numbers that are kept as text: nothing but the digits 0 to 9 can be typed.
 QLineEdit* digits_field(const QString& name, int shown, int longest);
@@ -49,9 +51,16 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
+    /// Whether the entry that is being picked is one that arrow keys pass in the closed list.
+    bool is_stepped_through() const { return is_stepped_through_; }
+
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     /// A wheel that rolls over the form must not change what it passes.
     void wheelEvent(QWheelEvent* event) override;
+
+private:
+    bool is_stepped_through_ = false;
 };
 
 /// A drop-down list of plain texts, none of them chosen.

@@ -228,8 +228,12 @@ private Q_SLOTS:
                                           {"sick_txt", "com_post1_txt"},
                                           {"mnp3_txt", "pers_multy_cbb"},
                                           {"job_part_txt", "job_line_cbb"},
-                                          {"bran_cbb", "big_cbb"}})
+                                          {"bran_cbb", "big_cbb"},
+                                          {"primary_cbb", "mem_in_img"},
+                                          {"hp3_txt", "email_txt"}})
             QCOMPARE(behind(field), QString{next});
+        QTest::keyClicks(at.form->focusWidget(), "kim"); // in front of the usual domain
+        QCOMPARE(at.shown("email_txt"), "kim@association.example");
         at.write("id_txt", QStringLiteral("kim"));
         QCOMPARE(behind("id_txt"), "id_txt");
         QCOMPARE(at.shown("id_txt"), "");

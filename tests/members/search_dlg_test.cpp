@@ -96,7 +96,13 @@ private Q_SLOTS:
             QCOMPARE(shown_by(control<QLineEdit>(*at.dlg, "str_txt")), QString{});
             QCOMPARE(at.dlg->focusWidget()->objectName(), QStringLiteral("str_txt"));
         }
-        press(at.dlg->focusWidget(), Qt::Key_Escape);
+        control<QComboBox>(*at.dlg, "item_cbb").setFocus();
+        press(at.dlg->focusWidget(), Qt::Key_Down); // past an entry, and not chosen yet
+        QCOMPARE(at.dlg->focusWidget()->objectName(), QStringLiteral("item_cbb"));
+        press(at.dlg->focusWidget(), Qt::Key_Return);
+        QCOMPARE(at.dlg->focusWidget()->objectName(), QStringLiteral("str_txt"));
+        control<QPushButton>(*at.dlg, "Image2").setFocus();
+        press(at.dlg->focusWidget(), Qt::Key_Return); // and does not search
         QVERIFY(!at.dlg->isVisible());
         QCOMPARE(at.copied(), kim);
         QVERIFY(at.desk.shown.isEmpty());

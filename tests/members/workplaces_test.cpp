@@ -204,6 +204,9 @@ private Q_SLOTS:
         auto dlg = at.open<comp_in_dlg>(screen_code::comp_in_dlg);
         write(*dlg, "com_name_txt", "새 직장");
         pick(*dlg, "primary_cbb", "예");
+        control<QComboBox>(*dlg, "primary_cbb").setFocus();
+        press(dlg->focusWidget(), Qt::Key_Return);
+        QCOMPARE(dlg->focusWidget()->objectName(), "submit_img");
         at.on.c.db_conn.direct(
             "create trigger narrow before insert on company begin select raise(abort,'좁다'); end");
         at.on.say.will_answer("작업을 마치지 못했습니다.\n\n좁다\n\n저장된 것: 다른 근무처의 우선 "

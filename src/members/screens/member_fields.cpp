@@ -88,7 +88,8 @@ member_fields::member_fields(client& c, desk& at, QWidget* form)
     addr_txt = member_field("addr_txt", 24, "pers_add");
     tel = telephone(QStringLiteral("tel"));
     hp = telephone(QStringLiteral("hp"));
-    email_txt = member_field("email_txt", 24, "email");
+    email_txt = new email_field;
+    set_up_text_field(*email_txt, QStringLiteral("email_txt"), 24, width_of("person_m_tbl", "email"));
     id_txt = text_field(QStringLiteral("id_txt"), 11, width_of("id_tbl", "id"));
     passwd_txt = text_field(QStringLiteral("passwd_txt"), 11, width_of("id_tbl", "passwd"));
     lic_pay_txt = new amount_field{QStringLiteral("lic_pay_txt"), 10};
@@ -99,8 +100,8 @@ member_fields::member_fields(client& c, desk& at, QWidget* form)
         lic_kind_chk[i] = new QCheckBox{QString::fromUtf8(licence_captions[i])};
         lic_kind_chk[i]->setObjectName(QStringLiteral("lic_kind_chk(%1)").arg(i));
     }
-    for (QLineEdit* licence : {lic_kind6_no, lic_kind7_no})
-        licence->setAccessibleName(QStringLiteral("자격증번호"));
+    lic_kind6_no->setAccessibleName(QStringLiteral("임상영양사 자격증번호"));
+    lic_kind7_no->setAccessibleName(QStringLiteral("급식경영 영양사 자격증번호"));
     addr_txt->setAccessibleName(QStringLiteral("자택주소"));
     bran_img = code_picker("bran_img", "소속지부", bran_cbb);
     big_img = code_picker("big_img", "소속분과", big_cbb);
@@ -188,8 +189,7 @@ void member_fields::choose_defaults()
     pers_call_cbb->choose_text(QStringLiteral("영양사님"));
     marry_cbb->choose_text(QStringLiteral("미혼"));
     sex2_opt->setChecked(true);
-    email_txt->setText(default_email_);
-    email_txt->setCursorPosition(0); // the operator types the part in front
+    email_txt->show_domain(default_email_);
 }
 
 QString member_fields::fill_sections()

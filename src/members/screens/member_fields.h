@@ -2,6 +2,7 @@
 
 #include "members/rules/member_choices.h"
 #include "members/rules/member_data.h"
+#include "members/screens/email_field.h"
 #include "ui/date_group.h"
 #include "ui/pick_target.h"
 
@@ -29,7 +30,8 @@ struct member_fields {
         *sub_cbb;
     QLineEdit *post1_txt, *post2_txt, *addr_txt;
     std::array<QLineEdit*, 3> tel, hp; ///< tel1_txt and so on
-    QLineEdit *email_txt, *id_txt, *passwd_txt, *lic_kind6_no, *lic_kind7_no;
+    email_field* email_txt;
+    QLineEdit *id_txt, *passwd_txt, *lic_kind6_no, *lic_kind7_no;
     amount_field *lic_pay_txt, *year_pay_txt;
     std::array<QCheckBox*, 7> lic_kind_chk;
     QToolButton *addr_img, *bran_img, *big_img, *sect_img, *school_img, *rel_img, *deposit_img, *sub_img;

@@ -3,6 +3,7 @@
 #include "members/rules/member_search.h"
 #include "members/rules/recent.h"
 #include "ui/controls.h"
+#include "ui/enter_walk.h"
 #include "ui/search_progress.h"
 
 #include <QLabel>
@@ -38,14 +39,20 @@ search_dlg::search_dlg(client& c, desk& at, QWidget* over)
                       below({member_lst}))})});
     side_by_side->setContentsMargins(0, 0, 0, 0);
     recents->setLayout(side_by_side);
-    lay_out(below({form({entry{QStringLiteral("검색항목(&I)"), {item_cbb}},
+    lay_out(below({heading(QStringLiteral("일반검색")),
+                   form({entry{QStringLiteral("검색항목(&I)"), {item_cbb}},
                          entry{QStringLiteral("검색어(&K)"), {str_txt}, false, true}}),
                    Text1, recents, line({static_cast<QWidget*>(nullptr), search, Image2})}));
 
     connect(item_cbb, &QComboBox::activated, this, [this] {
         failures::guard(c_.say, failures::policy::report, [this] { show_recent_words(); });
-        str_txt->setFocus();
+        if (!item_cbb->is_stepped_through())
+            str_txt->setFocus();
     });
+    auto* walk = new enter_walk{*this};
+    walk->chain({item_cbb, str_txt});
+    walk->leave_alone(str_txt);
+    walk->begin();
     on_enter(str_txt, [this] { run_search(); });
     on_click(search, [this] { run_search(); });
     connect(word_lst, &QListWidget::itemActivated, this, [this](QListWidgetItem* chosen) {

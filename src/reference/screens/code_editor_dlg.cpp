@@ -3,6 +3,7 @@
 #include "client/code_mirror.h"
 #include "db/schema/schema.h"
 #include "ui/controls.h"
+#include "ui/enter_walk.h"
 #include "ui/pick_target.h"
 
 namespace orvo {
@@ -53,9 +54,6 @@ code_editor_dlg::code_editor_dlg(client& c, desk& at, const code_editor& of, QWi
     texts_.insert(texts_.end(), more.texts.begin(), more.texts.end());
     bran_grd = make_grid();
     arrange(more);
-    // Enter on one of them presses it, and not the search.
-    insert_img->setAutoDefault(true);
-    close_img->setAutoDefault(true);
     if (c.is_branch_operator()) {
         insert_img->setEnabled(false);
         insert_img->setToolTip(QStringLiteral("코드는 본회에서만 추가할 수 있습니다."));
@@ -107,6 +105,10 @@ void code_editor_dlg::lead_by_enter()
         QWidget* next = at + 1 < fields.size() ? static_cast<QWidget*>(fields[at + 1]) : insert_img;
         on_enter(fields[at], [next] { next->setFocus(); });
     }
+    auto* walk = new enter_walk{*this}; // through the lists above the name
+    for (QLineEdit* each : fields)
+        walk->leave_alone(each);
+    walk->begin();
 }
 
 void code_editor_dlg::show_rows(const rows& found)

@@ -28,7 +28,6 @@ zip_dlg::zip_dlg(client& c, desk& at, QWidget* over)
                    form({entry{QStringLiteral("동 이름(&N)"), {str_txt, Image1}}}), addr_grd,
                    line({static_cast<QWidget*>(nullptr), close_img})},
                   3));
-    close_img->setAutoDefault(true);
     on_enter(str_txt, [this] { search(); });
     on_click(Image1, [this] { search(); });
     connect(close_img, &QPushButton::clicked, this, &zip_dlg::reject);

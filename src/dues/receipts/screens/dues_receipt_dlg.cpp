@@ -1,5 +1,6 @@
 #include "dues/receipts/screens/dues_receipt_dlg.h"
 #include "dues/rules/payments.h"
+#include "ui/enter_walk.h"
 
 #include <QLabel>
 
@@ -31,6 +32,10 @@ dues_receipt_dlg::dues_receipt_dlg(client& c, desk& at, QWidget* over)
          list_part(), button_part()},
         3));
     on_click(search_img, [this] { find(); });
+    auto* walk = new enter_walk{*this};
+    walk->chain({from_.year, from_.month, from_.day, to_.year, to_.month, to_.day, receipt_cbb});
+    walk->leave_alone(receipt_cbb); // Enter there searches
+    walk->begin();
     failures::guard(c_.say, failures::policy::report, [this] {
         receipt_cbb->fill(ask(c_.local_conn, receipt_places()), "receipt_name", "code_receipt");
     });

@@ -38,10 +38,7 @@ receipt_dlg::receipt_dlg(const QString& name, const QString& day_caption, client
     print_lst->on_tick([this] { show_count(); });
     on_click(print_img, [this] { print(); });
     connect(close_img, &QPushButton::clicked, this, &receipt_dlg::reject);
-    // A search ticks every line anew: Enter in the list or on a button below it must not begin one.
-    print_img->setAutoDefault(true);
-    close_img->setAutoDefault(true);
-    keep_enter(print_lst);
+    keep_enter(print_lst); // a search ticks every line anew: Enter in the list must not begin one
 }
 
 QLayout* receipt_dlg::list_part()

@@ -76,10 +76,7 @@ receipt_dsg::receipt_dsg(client& c, QWidget* over, printer_question ask)
          view},
         1));
     attach_handlers();
-    // Enter presses the button that it stands on, and none from the pages.
-    for (QPushButton* each : findChildren<QPushButton*>())
-        each->setAutoDefault(true);
-    keep_enter(view);
+    keep_enter(view); // no button is pressed from the pages
     failures::guard(c_.say, failures::policy::report, [this] { read_queue(); });
     for (QWidget* each :
          {static_cast<QWidget*>(print_cmd), static_cast<QWidget*>(pdf_cmd), static_cast<QWidget*>(page_txt)})
