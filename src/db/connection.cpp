@@ -186,6 +186,8 @@ void connection::persist(const ready_statement& first, progress* follow, const q
             up_ = true;
             return;
         } catch (const line_break& lost) {
+            // A line that only stalled still owes an answer, which the next statement would take for its own.
+            way_->close();
             up_ = false;
             if (lost.may_have_run && !first.repeatable)
                 throw db_failure{failure_kind::outcome_unknown, lost.text(), name};
@@ -271,6 +273,21 @@ repeated_write connection::repeat(std::string_view text)
     return {*way_, ready(text, {})};
 }
 
+namespace {
+
+/// Acts past the watch; what is behind a stall must not meet the answer that is still to come either.
+void close_at_break(driver& way, const std::function<void()>& act)
+{
+    try {
+        act();
+    } catch (const line_break&) {
+        way.close();
+        throw;
+    }
+}
+
+} // namespace
+
 void repeated_write::operator()(std::span<const cell> fields)
 {
     // An empty text or a null that meets a number column is 0 there, as in any statement.
@@ -286,18 +303,18 @@ void repeated_write::operator()(std::span<const cell> fields)
             field = cell::of(number);
         }
     }
-    way_->run_again(*text_, fields_);
+    close_at_break(*way_, [&] { way_->run_again(*text_, fields_); });
 }
 
 void connection::direct(const std::string& text)
 {
-    way_->direct(text);
+    close_at_break(*way_, [&] { way_->direct(text); });
 }
 
 void connection::load(std::string_view table, const std::vector<std::string_view>& columns,
                       const std::function<bool(std::vector<cell>&)>& next)
 {
-    way_->load(table, columns, next);
+    close_at_break(*way_, [&] { way_->load(table, columns, next); });
 }
 
 transaction::transaction(connection& on) : on_{on}

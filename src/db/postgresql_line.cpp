@@ -201,7 +201,8 @@ void postgresql_line::end_pipeline(const driver::tick& waiting)
     }
     if (PQstatus(line_) != CONNECTION_OK)
         fail(nullptr);
-    PQexitPipelineMode(line_);
+    if (!PQexitPipelineMode(line_))
+        fail(nullptr);
 }
 
 void postgresql_line::finish(const driver::tick& waiting)

@@ -50,7 +50,7 @@ qint64 run_in_one_wait(postgresql_line& line, prepared_names& names, std::span<c
 {
     line.expect_alive();
     std::vector<const ready_statement*> fresh;
-    PQenterPipelineMode(line.raw());
+    line.sent(PQenterPipelineMode(line.raw())); // refused where an earlier answer is still to come
     const auto forget_fresh = [&] {
         for (const ready_statement* each : fresh)
             names.forget(each);

@@ -32,10 +32,12 @@ constexpr const char* reckoning = "update branch_code set code_bran=code_bran+10
 
 /// A register with the branch 10 behind a line that can break.
 struct bad_line {
-    explicit bad_line(std::chrono::seconds timeout = std::chrono::seconds{15})
+    explicit bad_line(std::chrono::seconds timeout = std::chrono::seconds{15},
+                      std::chrono::seconds statement_timeout = std::chrono::seconds{30})
         : proxy{its_register.address()}, direct{its_register.connect()}, db{[&] {
               server_address server = proxy.address();
               server.connect_timeout = timeout;
+              server.statement_timeout = statement_timeout;
               return make_connection(server, database::server);
           }()}
     {
@@ -187,6 +189,25 @@ private Q_SLOTS:
             QCOMPARE(line.codes(), QString{codes});
             QVERIFY(line.db.number(count_of_branches) > 0); // the next statement has the line again
         }
+    }
+
+    void an_answer_that_comes_too_late_is_nobodys()
+    {
+        bad_line line{std::chrono::seconds{15}, std::chrono::seconds{0}};
+        line.db.open();
+        line.watch.answer = [] { return false; };
+        line.proxy.hold_answers();
+        QCOMPARE(failure_of([&] { line.db.read("select branch_name from branch_code"); }),
+                 failure_kind::line_lost);
+        line.proxy.resume();
+        line.watch.answer = [] { return true; };
+        QCOMPARE(line.db.number(count_of_branches), 1);
+        line.proxy.hold_answers();
+        QCOMPARE(failure_of([&] { line.db.write(insert); }), failure_kind::outcome_unknown);
+        line.proxy.resume();
+        QCOMPARE(line.db.number(count_of_branches), 2); // the operator looks
+        QCOMPARE(line.db.write("update branch_code set code_bran=code_bran+1 where code_bran>'10'"), 1);
+        QCOMPARE(line.codes(), QStringLiteral("10 21"));
     }
 
     void a_read_that_breaks_off_begins_anew()

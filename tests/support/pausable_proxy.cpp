@@ -132,7 +132,7 @@ void pausable_proxy::run()
         std::vector<pollfd> all{{listener_, POLLIN, 0}}; // one of -1 is passed over
         for (const line& each : lines_)
             for (const int end : {each.client, each.server})
-                all.push_back({each.server < 0 ? -1 : end, POLLIN, 0});
+                all.push_back({each.server < 0 || (held_ && end == each.server) ? -1 : end, POLLIN, 0});
         ::poll(all.data(), all.size(), 2);
         if (auto* order = order_.exchange(nullptr)) {
             (*order)();
@@ -246,6 +246,7 @@ void pausable_proxy::answer_with(const QByteArray& bytes)
 void pausable_proxy::resume()
 {
     silent_ = false;
+    held_ = false;
     in_its_thread([this] {
         answer_.clear();
         if (listener_ < 0)

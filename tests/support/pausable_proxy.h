@@ -31,6 +31,8 @@ public:
     void refuse();
     /// New lines are taken, but nothing is said on them.
     void keep_silent() { silent_ = true; }
+    /// Statements reach the server and are carried out; their answers come when the proxy resumes.
+    void hold_answers() { held_ = true; }
     /// New lines get these bytes for an answer to their first words, and are cut.
     void answer_with(const QByteArray& bytes);
     void resume();
@@ -59,6 +61,7 @@ private:
     std::atomic<bool> ends_ = false;
     std::atomic<std::packaged_task<void()>*> order_ = nullptr;
     std::atomic<bool> silent_ = false;
+    std::atomic<bool> held_ = false;
     std::atomic<int> statements_ = 0;
     std::atomic<int> waits_ = 0;
     std::atomic<std::int64_t> delay_ = 0; ///< milliseconds
