@@ -73,7 +73,6 @@ void postgresql_driver::close()
 
 qint64 postgresql_driver::collect(row_sink* sink, const tick& waiting)
 {
-    const tick patient = [] { return true; };
     qint64 written = 0;
     std::optional<row_feeder> feeder;
     if (sink)
@@ -87,8 +86,7 @@ qint64 postgresql_driver::collect(row_sink* sink, const tick& waiting)
                 written = QByteArray{PQcmdTuples(result.get())}.toLongLong();
             } else if (status == PGRES_TUPLES_OK || status == PGRES_SINGLE_TUPLE) {
                 if (sink && !feeder->hand_on(result.get())) {
-                    line_.cancel();
-                    line_.finish(patient);
+                    line_.leave();
                     return written;
                 }
                 if (++since_tick == 64) {
@@ -104,9 +102,10 @@ qint64 postgresql_driver::collect(row_sink* sink, const tick& waiting)
     } catch (const line_break&) {
         throw;
     } catch (...) {
-        if (!answered) // the operator's wish or the sink's failure: the server is still at it
-            line_.cancel();
-        line_.finish(patient);
+        if (answered)
+            line_.finish(waiting);
+        else // the operator's wish or the sink's failure: the server is still at it
+            line_.leave();
         throw;
     }
     return written;

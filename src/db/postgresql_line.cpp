@@ -4,8 +4,11 @@
 
 #include <poll.h>
 
+#include <array>
 #include <cerrno>
+#include <future>
 #include <string_view>
+#include <thread>
 
 namespace orvo {
 
@@ -34,6 +37,15 @@ failure_kind kind_of(std::string_view state)
         return failure_kind::disk_full;
     return failure_kind::other;
 }
+
+void go_on(const driver::tick& waiting)
+{
+    if (!waiting())
+        throw db_failure{failure_kind::cancelled, QStringLiteral("cancelled")};
+}
+
+/// Nobody can do anything meanwhile.
+constexpr std::chrono::seconds longest_leaving{1};
 
 /// The server ends the line, and says so instead of carrying the statement out.
 bool ends_line(std::string_view state)
@@ -80,8 +92,7 @@ bool postgresql_line::wait_for_socket(short events, const driver::tick& waiting,
         const int ready = ::poll(&socket, 1, 30);
         if (ready > 0 || (ready < 0 && errno != EINTR))
             return true;
-        if (!waiting())
-            throw db_failure{failure_kind::cancelled, QStringLiteral("cancelled")};
+        go_on(waiting);
         if (steady_clock::now() > deadline)
             return false;
     }
@@ -182,13 +193,27 @@ result_handle postgresql_line::next_result(const driver::tick& waiting)
     return result_handle{PQgetResult(line_)};
 }
 
-void postgresql_line::cancel()
+void postgresql_line::leave()
 {
-    char reason[256];
-    if (PGcancel* order = PQgetCancel(line_)) {
-        PQcancel(order, reason, sizeof reason);
-        PQfreeCancel(order);
+    // The server closes the line of such an order when it has passed it on. On a line that stalls it does not.
+    std::packaged_task<void()> order{[whom = PQgetCancel(line_)] {
+        std::array<char, 256> reason;
+        PQcancel(whom, reason.data(), static_cast<int>(reason.size()));
+        PQfreeCancel(whom);
+    }};
+    const std::future<void> passed_on = order.get_future();
+    std::thread{std::move(order)}.detach();
+    const auto deadline = steady_clock::now() + longest_leaving;
+    const driver::tick in_time = [deadline] { return steady_clock::now() < deadline; };
+    try {
+        PQpipelineStatus(line_) == PQ_PIPELINE_OFF ? finish(in_time) : end_pipeline(in_time);
+        // An order still on its way would hit the next statement.
+        if (passed_on.wait_until(deadline) == std::future_status::ready)
+            return;
+    } catch (const db_failure&) {
+        // The line is not worth the wait.
     }
+    close();
 }
 
 void postgresql_line::end_pipeline(const driver::tick& waiting)
@@ -198,17 +223,16 @@ void postgresql_line::end_pipeline(const driver::tick& waiting)
         const result_handle result = next_result(waiting);
         if (result && PQresultStatus(result.get()) == PGRES_PIPELINE_SYNC)
             break;
+        go_on(waiting);
     }
-    if (PQstatus(line_) != CONNECTION_OK)
-        fail(nullptr);
-    if (!PQexitPipelineMode(line_))
+    if (PQstatus(line_) != CONNECTION_OK || !PQexitPipelineMode(line_))
         fail(nullptr);
 }
 
 void postgresql_line::finish(const driver::tick& waiting)
 {
-    while (PQstatus(line_) == CONNECTION_OK && next_result(waiting)) {
-    }
+    while (PQstatus(line_) == CONNECTION_OK && next_result(waiting))
+        go_on(waiting);
 }
 
 } // namespace orvo

@@ -38,8 +38,9 @@ public:
     void finish(const driver::tick& waiting);
     /// Reads what is left of a pipeline, up to its end, and leaves it.
     void end_pipeline(const driver::tick& waiting);
-    /// Asks the server to give up the statement under way.
-    void cancel();
+    /// Leaves the statements under way: has the server give them up, and reads what is left of them. A line
+    /// on which that does not come to its end at once is closed.
+    void leave();
     /// Throws what a result, or the line where there is none, says of a failure.
     [[noreturn]] void fail(const PGresult* result);
 

@@ -73,8 +73,7 @@ qint64 run_in_one_wait(postgresql_line& line, prepared_names& names, std::span<c
         throw;
     } catch (...) { // the operator's wish or the sink's failure: the server is still at it
         forget_fresh();
-        line.cancel();
-        line.end_pipeline([] { return true; });
+        line.leave();
         throw;
     }
     line.end_pipeline(waiting);

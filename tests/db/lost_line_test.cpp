@@ -210,6 +210,40 @@ private Q_SLOTS:
         QCOMPARE(line.codes(), QStringLiteral("10 21"));
     }
 
+    void what_is_ended_on_a_stalled_line_ends_soon()
+    {
+        bad_line line;
+        line.direct.write("delete from branch_code");
+        load_branches(line.direct, 20'000);
+        line.db.open();
+        line.db.number(count_of_branches);
+        class leaving_rows : public rows {
+        public:
+            explicit leaving_rows(pausable_proxy& over) : proxy{over} {}
+            bool take(std::span<const cell>) override { return proxy.hold_answers(), false; }
+            pausable_proxy& proxy;
+        } leaving{line.proxy};
+        const auto read = [&] { line.db.read(count_of_branches); };
+        const std::function<void()> ways[] = {
+            [&] { QCOMPARE(failure_of(read), failure_kind::cancelled); }, // prepared, and in a pipeline
+            [&] { QCOMPARE(failure_of([&] { line.db.read("select * from job_line"); }), failure_kind::cancelled); },
+            [&] { line.db.read_each("select * from branch_code", {}, leaving); },
+        };
+        for (const auto& leave : ways) {
+            if (&leave != &ways[2])
+                line.proxy.hold_answers();
+            line.watch.patience = std::chrono::milliseconds{60};
+            QElapsedTimer clock;
+            clock.start();
+            leave();
+            QVERIFY2(clock.elapsed() < 3000, qPrintable(QString::number(clock.elapsed())));
+            line.proxy.resume();
+            line.watch.patience = std::chrono::minutes{1};
+            line.db.number(count_of_branches);
+        }
+        QCOMPARE(line.watch.asked.size(), std::size_t{3});
+    }
+
     void a_read_that_breaks_off_begins_anew()
     {
         bad_line line;
