@@ -50,7 +50,7 @@ constexpr std::chrono::seconds longest_leaving{1};
 /// The server ends the line, and says so instead of carrying the statement out.
 bool ends_line(std::string_view state)
 {
-    return state == "57P01" || state == "57P02" || state == "57P03";
+    return state == "57P01" || state == "57P02" || state == "57P03" || state == "57P05";
 }
 
 } // namespace
@@ -181,14 +181,14 @@ void postgresql_line::flush(const driver::tick& waiting)
     }
 }
 
-result_handle postgresql_line::next_result(const driver::tick& waiting)
+result_handle postgresql_line::next_result(const driver::tick& waiting, const PGresult* failed)
 {
     const auto deadline = longest_silence();
     while (PQisBusy(line_)) {
         if (!wait_for_socket(POLLIN, waiting, deadline))
             throw line_break{QStringLiteral("the server does not answer"), true};
         if (!PQconsumeInput(line_))
-            fail(nullptr);
+            fail(failed);
     }
     return result_handle{PQgetResult(line_)};
 }
@@ -206,7 +206,10 @@ void postgresql_line::leave()
     const auto deadline = steady_clock::now() + longest_leaving;
     const driver::tick in_time = [deadline] { return steady_clock::now() < deadline; };
     try {
-        PQpipelineStatus(line_) == PQ_PIPELINE_OFF ? finish(in_time) : end_pipeline(in_time);
+        if (PQpipelineStatus(line_) == PQ_PIPELINE_OFF)
+            finish(in_time);
+        else
+            end_pipeline(in_time);
         // An order still on its way would hit the next statement.
         if (passed_on.wait_until(deadline) == std::future_status::ready)
             return;
@@ -216,23 +219,31 @@ void postgresql_line::leave()
     close();
 }
 
-void postgresql_line::end_pipeline(const driver::tick& waiting)
+void postgresql_line::end_pipeline(const driver::tick& waiting, const PGresult* failed)
 {
     // Each statement's answers end with an empty result; the pipeline's with one that says so.
     while (PQstatus(line_) == CONNECTION_OK) {
-        const result_handle result = next_result(waiting);
+        const result_handle result = next_result(waiting, failed);
         if (result && PQresultStatus(result.get()) == PGRES_PIPELINE_SYNC)
             break;
         go_on(waiting);
     }
     if (PQstatus(line_) != CONNECTION_OK || !PQexitPipelineMode(line_))
-        fail(nullptr);
+        fail(failed);
 }
 
-void postgresql_line::finish(const driver::tick& waiting)
+result_handle postgresql_line::finish(const driver::tick& waiting)
 {
-    while (PQstatus(line_) == CONNECTION_OK && next_result(waiting))
+    result_handle failed;
+    while (PQstatus(line_) == CONNECTION_OK) {
+        result_handle result = next_result(waiting, failed.get());
+        if (!result)
+            break;
+        if (PQresultStatus(result.get()) == PGRES_FATAL_ERROR && !failed)
+            failed = std::move(result);
         go_on(waiting);
+    }
+    return failed;
 }
 
 } // namespace orvo

@@ -33,11 +33,12 @@ public:
     /// Takes the answer of a libpq call that sends; a 0 is a line that broke before anything was sent.
     void sent(int result) const;
     void flush(const driver::tick& waiting);
-    result_handle next_result(const driver::tick& waiting);
-    /// Reads what is left of a statement, so that the line is free for the next one.
-    void finish(const driver::tick& waiting);
+    /// Null behind the last one of a statement. What failed before tells why a line ends.
+    result_handle next_result(const driver::tick& waiting, const PGresult* failed = nullptr);
+    /// Reads what is left of a statement, so that the line is free for the next one. Returns what failed.
+    result_handle finish(const driver::tick& waiting);
     /// Reads what is left of a pipeline, up to its end, and leaves it.
-    void end_pipeline(const driver::tick& waiting);
+    void end_pipeline(const driver::tick& waiting, const PGresult* failed = nullptr);
     /// Leaves the statements under way: has the server give them up, and reads what is left of them. A line
     /// on which that does not come to its end at once is closed.
     void leave();

@@ -28,7 +28,7 @@ qint64 collect_pipelined(postgresql_line& line, const statement_run& one, bool i
     qint64 written = 0;
     for (int answers = is_fresh ? 2 : 1; answers > 0; --answers) {
         const bool is_preparing = answers == 2;
-        while (result_handle result = line.next_result(waiting)) {
+        while (result_handle result = line.next_result(waiting, failed.get())) {
             const ExecStatusType status = PQresultStatus(result.get());
             if (status == PGRES_TUPLES_OK && one.sink)
                 row_feeder{*one.sink}.hand_on(result.get());
@@ -38,7 +38,7 @@ qint64 collect_pipelined(postgresql_line& line, const statement_run& one, bool i
                 failed = std::move(result);
         }
         if (PQstatus(line.raw()) == CONNECTION_BAD)
-            line.fail(nullptr);
+            line.fail(failed.get());
     }
     return written;
 }
@@ -76,7 +76,7 @@ qint64 run_in_one_wait(postgresql_line& line, prepared_names& names, std::span<c
         line.leave();
         throw;
     }
-    line.end_pipeline(waiting);
+    line.end_pipeline(waiting, failed.get());
     if (failed) {
         forget_fresh();
         line.fail(failed.get());

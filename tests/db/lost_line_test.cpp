@@ -120,6 +120,20 @@ private Q_SLOTS:
         QCOMPARE(line.proxy.statements() - before, 1);
     }
 
+    void a_server_that_ended_the_line_leaves_no_doubt()
+    {
+        bad_line line;
+        line.db.open();
+        for (const char* text : {insert, "update branch_code set code_bran=code_bran+30"}) {
+            line.direct.direct("select pg_terminate_backend(pid) from pg_stat_activity where "
+                               "datname=current_database() and pid<>pg_backend_pid()");
+            QTest::qWait(100);
+            QVERIFY(line.db.write(text) > 0);
+        }
+        QCOMPARE(line.watch.asked.size(), std::size_t{2});
+        QCOMPARE(line.codes(), QStringLiteral("40 50"));
+    }
+
     void it_is_asked_until_the_server_is_back_or_given_up()
     {
         bad_line line;
