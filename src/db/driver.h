@@ -26,6 +26,7 @@ struct statement_run {
     const ready_statement* text;
     std::vector<bound_value> bound;
     row_sink* sink = nullptr;
+    bool large = false; ///< to be fetched row by row
 };
 
 /// One engine, thinly: open, run a ready statement, hand its rows on, report failures in the engine's own
@@ -51,7 +52,7 @@ public:
     virtual void run_together(std::span<const statement_run> all, const tick& waiting)
     {
         for (const statement_run& each : all)
-            run(*each.text, each.bound, each.sink, false, waiting);
+            run(*each.text, each.bound, each.sink, each.large, waiting);
     }
     /// As run, for a statement that runs many times in a row: the fields as they come, no rows, no waiting.
     virtual void run_again(const ready_statement& statement, std::span<const cell> fields) = 0;

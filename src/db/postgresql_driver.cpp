@@ -5,11 +5,15 @@
 #include "db/postgresql_values.h"
 
 #include <array>
-#include <optional>
 
 namespace orvo {
 
 namespace {
+
+bool patient()
+{
+    return true;
+}
 
 /// One row in the text form of COPY.
 void append_copy_line(std::string& lines, const std::vector<cell>& row)
@@ -55,8 +59,9 @@ private:
     database where_;
     prepared_names prepared_;
 
-    qint64 collect(row_sink* sink, const tick& waiting);
-    void put_copy_data(std::string& lines, const tick& waiting);
+    void send(const std::string& sql);
+    void collect();
+    void put_copy_data(std::string& lines);
 };
 
 void postgresql_driver::open(const tick& waiting)
@@ -71,67 +76,24 @@ void postgresql_driver::close()
     line_.close();
 }
 
-qint64 postgresql_driver::collect(row_sink* sink, const tick& waiting)
+/// Sends a text without values by itself.
+void postgresql_driver::send(const std::string& sql)
 {
-    qint64 written = 0;
-    std::optional<row_feeder> feeder;
-    if (sink)
-        feeder.emplace(*sink);
-    int since_tick = 0;
-    bool answered = false;
-    try {
-        while (const result_handle result = line_.next_result(waiting)) {
-            const ExecStatusType status = PQresultStatus(result.get());
-            if (status == PGRES_COMMAND_OK) {
-                written = QByteArray{PQcmdTuples(result.get())}.toLongLong();
-            } else if (status == PGRES_TUPLES_OK || status == PGRES_SINGLE_TUPLE) {
-                if (sink && !feeder->hand_on(result.get())) {
-                    line_.leave();
-                    return written;
-                }
-                if (++since_tick == 64) {
-                    since_tick = 0;
-                    if (!waiting())
-                        throw db_failure{failure_kind::cancelled, QStringLiteral("cancelled")};
-                }
-            } else {
-                answered = true;
-                line_.fail(result.get());
-            }
-        }
-    } catch (const line_break&) {
-        throw;
-    } catch (...) {
-        if (answered)
-            line_.finish(waiting);
-        else // the operator's wish or the sink's failure: the server is still at it
-            line_.leave();
-        throw;
-    }
-    return written;
+    line_.expect_alive();
+    line_.sent(PQsendQuery(line_.raw(), sql.c_str()));
+    line_.flush(patient);
 }
 
-/// A large result is asked for rarely, and not prepared; of the others one that is not prepared yet is
-/// prepared and run in one wait.
+void postgresql_driver::collect()
+{
+    if (const result_handle failed = line_.finish(patient))
+        line_.fail(failed.get());
+}
+
 qint64 postgresql_driver::run(const ready_statement& text, const std::vector<bound_value>& bound,
                               row_sink* sink, bool large, const tick& waiting)
 {
-    const char* known = prepared_.find(text);
-    if (!large && !known)
-        return run_in_one_wait(line_, prepared_, std::array{statement_run{&text, bound, sink}}, waiting);
-    const text_fields fields{bound};
-    line_.expect_alive();
-    if (large) {
-        const std::vector<Oid> types = types_of(text);
-        line_.sent(PQsendQueryParams(line_.raw(), text.sql.c_str(), fields.count(), types.data(),
-                                     fields.data(), nullptr, nullptr, 0));
-        PQsetSingleRowMode(line_.raw());
-    } else {
-        line_.sent(
-            PQsendQueryPrepared(line_.raw(), known, fields.count(), fields.data(), nullptr, nullptr, 0));
-    }
-    line_.flush(waiting);
-    return collect(sink, waiting);
+    return run_in_one_wait(line_, prepared_, std::array{statement_run{&text, bound, sink, large}}, waiting);
 }
 
 void postgresql_driver::run_again(const ready_statement& text, std::span<const cell> given)
@@ -142,29 +104,22 @@ void postgresql_driver::run_again(const ready_statement& text, std::span<const c
             bound.emplace_back(field.number);
         else
             bound.emplace_back(std::string{field.text});
-    run(text, bound, nullptr, false, [] { return true; });
+    run(text, bound, nullptr, false, patient);
 }
 
 void postgresql_driver::direct(const std::string& sql)
 {
-    const tick patient = [] { return true; };
-    line_.expect_alive();
-    line_.sent(PQsendQuery(line_.raw(), sql.c_str()));
-    line_.flush(patient);
-    collect(nullptr, patient);
+    send(sql);
+    collect();
 }
 
 void postgresql_driver::load(std::string_view table, const std::vector<std::string_view>& columns,
                              const std::function<bool(std::vector<cell>&)>& next)
 {
-    const tick patient = [] { return true; };
     std::string names;
     for (std::string_view column : columns)
         names.append(names.empty() ? "" : ",").append(column);
-    line_.expect_alive();
-    line_.sent(
-        PQsendQuery(line_.raw(), ("copy " + std::string{table} + " (" + names + ") from stdin").c_str()));
-    line_.flush(patient);
+    send("copy " + std::string{table} + " (" + names + ") from stdin");
     const result_handle started = line_.next_result(patient);
     if (PQresultStatus(started.get()) != PGRES_COPY_IN) {
         line_.finish(patient);
@@ -176,9 +131,9 @@ void postgresql_driver::load(std::string_view table, const std::vector<std::stri
         while (row.clear(), next(row)) {
             append_copy_line(lines, row);
             if (lines.size() > 1 << 16)
-                put_copy_data(lines, patient);
+                put_copy_data(lines);
         }
-        put_copy_data(lines, patient);
+        put_copy_data(lines);
     } catch (...) {
         // What was sent is given up, and the line is free for the next statement.
         PQputCopyEnd(line_.raw(), "given up");
@@ -187,17 +142,17 @@ void postgresql_driver::load(std::string_view table, const std::vector<std::stri
     }
     line_.sent(PQputCopyEnd(line_.raw(), nullptr) == 1);
     line_.flush(patient);
-    collect(nullptr, patient);
+    collect();
 }
 
-void postgresql_driver::put_copy_data(std::string& lines, const tick& waiting)
+void postgresql_driver::put_copy_data(std::string& lines)
 {
     int taken = 0;
     while ((taken = PQputCopyData(line_.raw(), lines.data(), static_cast<int>(lines.size()))) == 0)
-        line_.flush(waiting); // its buffer is full until the server has read some of it
+        line_.flush(patient); // its buffer is full until the server has read some of it
     if (taken < 0)
         line_.fail(nullptr);
-    line_.flush(waiting);
+    line_.flush(patient);
     lines.clear();
 }
 

@@ -38,12 +38,6 @@ failure_kind kind_of(std::string_view state)
     return failure_kind::other;
 }
 
-void go_on(const driver::tick& waiting)
-{
-    if (!waiting())
-        throw db_failure{failure_kind::cancelled, QStringLiteral("cancelled")};
-}
-
 /// Nobody can do anything meanwhile.
 constexpr std::chrono::seconds longest_leaving{1};
 
@@ -54,6 +48,12 @@ bool ends_line(std::string_view state)
 }
 
 } // namespace
+
+void go_on(const driver::tick& waiting)
+{
+    if (!waiting())
+        throw db_failure{failure_kind::cancelled, QStringLiteral("cancelled")};
+}
 
 void postgresql_line::fail(const PGresult* result)
 {
@@ -243,6 +243,8 @@ result_handle postgresql_line::finish(const driver::tick& waiting)
             failed = std::move(result);
         go_on(waiting);
     }
+    if (PQstatus(line_) != CONNECTION_OK)
+        fail(failed.get());
     return failed;
 }
 

@@ -15,6 +15,9 @@ struct result_clearer {
 };
 using result_handle = std::unique_ptr<PGresult, result_clearer>;
 
+/// Asks the tick; throws failure_kind::cancelled where it says no.
+void go_on(const driver::tick& waiting);
+
 /// The line to a PostgreSQL server. All waiting is done here, on the socket, so that it can be watched and
 /// ended: each wait asks the tick some 30 times a second and throws failure_kind::cancelled where it says no.
 class postgresql_line {

@@ -2,45 +2,122 @@
 
 #include "db/postgresql_values.h"
 
+#include <optional>
+
 namespace orvo {
 
 namespace {
 
-void send_pipelined(postgresql_line& line, prepared_names& names, const statement_run& one,
-                    std::vector<const ready_statement*>& fresh)
-{
-    const char* name = names.find(*one.text);
-    if (!name) {
-        fresh.push_back(one.text);
-        name = names.add(*one.text);
-        const std::vector<Oid> types = types_of(*one.text);
-        line.sent(PQsendPrepare(line.raw(), name, one.text->sql.c_str(), static_cast<int>(types.size()),
-                                types.data()));
+constexpr int rows_between_ticks = 64;
+
+/// Statements that go out together, and what comes of them.
+class pipeline {
+public:
+    pipeline(postgresql_line& line, prepared_names& names, const driver::tick& waiting)
+        : line_{line}, names_{names}, waiting_{waiting}
+    {
     }
+
+    void run(std::span<const statement_run> all);
+
+    qint64 written() const { return written_; }
+    const PGresult* failed() const { return failed_.get(); }
+
+private:
+    postgresql_line& line_;
+    prepared_names& names_;
+    const driver::tick& waiting_;
+    std::vector<const ready_statement*> fresh_;
+    qint64 written_ = 0;
+    result_handle failed_;
+
+    int send(const statement_run& one);
+    bool collect(const statement_run& one, int answers);
+    void forget_fresh();
+};
+
+/// Returns how many answers will come. A large result is asked for rarely, and not prepared.
+int pipeline::send(const statement_run& one)
+{
+    const std::vector<Oid> types = types_of(*one.text);
     const text_fields fields{one.bound};
-    line.sent(PQsendQueryPrepared(line.raw(), name, fields.count(), fields.data(), nullptr, nullptr, 0));
+    const char* sql = one.text->sql.c_str();
+    if (one.large) {
+        line_.sent(PQsendQueryParams(line_.raw(), sql, fields.count(), types.data(), fields.data(), nullptr,
+                                     nullptr, 0));
+        return 1;
+    }
+    const char* name = names_.find(*one.text);
+    const bool is_fresh = !name;
+    if (is_fresh) {
+        fresh_.push_back(one.text);
+        name = names_.add(*one.text);
+        line_.sent(PQsendPrepare(line_.raw(), name, sql, fields.count(), types.data()));
+    }
+    line_.sent(PQsendQueryPrepared(line_.raw(), name, fields.count(), fields.data(), nullptr, nullptr, 0));
+    return is_fresh ? 2 : 1;
 }
 
-/// Takes the answers of one statement; behind a failure the server passes the others over.
-qint64 collect_pipelined(postgresql_line& line, const statement_run& one, bool is_fresh,
-                         result_handle& failed, const driver::tick& waiting)
+/// Takes the answers of one statement; behind a failure the server passes the others over. False where the
+/// sink has enough.
+bool pipeline::collect(const statement_run& one, int answers)
 {
-    qint64 written = 0;
-    for (int answers = is_fresh ? 2 : 1; answers > 0; --answers) {
+    std::optional<row_feeder> feeder;
+    if (one.sink)
+        feeder.emplace(*one.sink);
+    for (; answers > 0; --answers) {
         const bool is_preparing = answers == 2;
-        while (result_handle result = line.next_result(waiting, failed.get())) {
+        if (one.large && !is_preparing)
+            PQsetSingleRowMode(line_.raw());
+        int since_tick = 0;
+        while (result_handle result = line_.next_result(waiting_, failed())) {
             const ExecStatusType status = PQresultStatus(result.get());
-            if (status == PGRES_TUPLES_OK && one.sink)
-                row_feeder{*one.sink}.hand_on(result.get());
+            if (status == PGRES_FATAL_ERROR && !failed_)
+                failed_ = std::move(result);
             else if (status == PGRES_COMMAND_OK && !is_preparing)
-                written = QByteArray{PQcmdTuples(result.get())}.toLongLong();
-            else if (status == PGRES_FATAL_ERROR && !failed)
-                failed = std::move(result);
+                written_ = QByteArray{PQcmdTuples(result.get())}.toLongLong();
+            else if ((status == PGRES_TUPLES_OK || status == PGRES_SINGLE_TUPLE) && !is_preparing && feeder &&
+                     !feeder->hand_on(result.get()))
+                return false;
+            if (++since_tick % rows_between_ticks == 0)
+                go_on(waiting_);
         }
-        if (PQstatus(line.raw()) == CONNECTION_BAD)
-            line.fail(failed.get());
+        if (PQstatus(line_.raw()) == CONNECTION_BAD)
+            line_.fail(failed());
     }
-    return written;
+    return true;
+}
+
+void pipeline::forget_fresh()
+{
+    for (const ready_statement* each : fresh_)
+        names_.forget(each);
+}
+
+void pipeline::run(std::span<const statement_run> all)
+{
+    line_.sent(PQenterPipelineMode(line_.raw())); // refused where an earlier answer is still to come
+    try {
+        std::vector<int> answers;
+        for (const statement_run& each : all)
+            answers.push_back(send(each));
+        line_.sent(PQpipelineSync(line_.raw()));
+        line_.flush(waiting_);
+        for (std::size_t i = 0; i < all.size(); ++i)
+            if (!collect(all[i], answers[i])) {
+                forget_fresh();
+                return line_.leave();
+            }
+        line_.end_pipeline(waiting_, failed());
+    } catch (const line_break&) {
+        throw; // and whoever closes the line forgets all names
+    } catch (...) { // the operator's wish or the sink's failure: the server is still at it
+        forget_fresh();
+        line_.leave();
+        throw;
+    }
+    if (failed_)
+        forget_fresh();
 }
 
 } // namespace
@@ -49,39 +126,11 @@ qint64 run_in_one_wait(postgresql_line& line, prepared_names& names, std::span<c
                        const driver::tick& waiting)
 {
     line.expect_alive();
-    std::vector<const ready_statement*> fresh;
-    line.sent(PQenterPipelineMode(line.raw())); // refused where an earlier answer is still to come
-    const auto forget_fresh = [&] {
-        for (const ready_statement* each : fresh)
-            names.forget(each);
-    };
-    result_handle failed;
-    qint64 written = 0;
-    try {
-        std::vector<bool> is_fresh;
-        for (const statement_run& each : all) {
-            const std::size_t before = fresh.size();
-            send_pipelined(line, names, each, fresh);
-            is_fresh.push_back(fresh.size() > before);
-        }
-        line.sent(PQpipelineSync(line.raw()));
-        line.flush(waiting);
-        for (std::size_t i = 0; i < all.size(); ++i)
-            written = collect_pipelined(line, all[i], is_fresh[i], failed, waiting);
-    } catch (const line_break&) {
-        forget_fresh();
-        throw;
-    } catch (...) { // the operator's wish or the sink's failure: the server is still at it
-        forget_fresh();
-        line.leave();
-        throw;
-    }
-    line.end_pipeline(waiting, failed.get());
-    if (failed) {
-        forget_fresh();
-        line.fail(failed.get());
-    }
-    return written;
+    pipeline sent{line, names, waiting};
+    sent.run(all);
+    if (sent.failed())
+        line.fail(sent.failed());
+    return sent.written();
 }
 
 } // namespace orvo
