@@ -36,16 +36,20 @@ private:
     void forget_fresh();
 };
 
-/// Returns how many answers will come. A large result is asked for rarely, and not prepared.
+/// Returns how many answers will come. A large result is asked for rarely, and not prepared. The server's limit
+/// would count the time in which its rows are read, so it is taken off as far as the pipeline's end; a silence
+/// too long is noticed here.
 int pipeline::send(const statement_run& one)
 {
     const std::vector<Oid> types = types_of(*one.text);
     const text_fields fields{one.bound};
     const char* sql = one.text->sql.c_str();
     if (one.large) {
+        line_.sent(PQsendQueryParams(line_.raw(), "select set_config('statement_timeout','0',true)", 0, nullptr,
+                                     nullptr, nullptr, nullptr, 0));
         line_.sent(PQsendQueryParams(line_.raw(), sql, fields.count(), types.data(), fields.data(), nullptr,
                                      nullptr, 0));
-        return 1;
+        return 2;
     }
     const char* name = names_.find(*one.text);
     const bool is_fresh = !name;

@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+#include <thread>
+
 using namespace orvo;
 
 namespace {
@@ -267,8 +269,16 @@ private Q_SLOTS:
         server.statement_timeout = std::chrono::seconds{1};
         connection db = make_connection(server, database::server);
         db.open();
+        load_branches(db, 2000);
+        // Rows that flow are not too long, however slowly they are read.
+        acting_sink reader{[](int taken) {
+            std::this_thread::sleep_for(std::chrono::milliseconds{taken == 1 ? 1500 : 0});
+            return taken < 1'000'000;
+        }};
+        db.read_each(slow_read, {}, reader);
+        QCOMPARE(reader.taken, 1'000'000);
         QCOMPARE(failure_of([&] { db.read("select pg_sleep(20) as nothing"); }), failure_kind::timed_out);
-        QCOMPARE(db.number("select count(*) as n from branch_code"), 0);
+        QCOMPARE(db.number("select count(*) as n from branch_code"), 2000);
     }
 };
 
