@@ -124,17 +124,31 @@ void pipeline::run(std::span<const statement_run> all)
         forget_fresh();
 }
 
+/// Whether a prepared statement is not what it was: its table has changed, or the server has forgotten it.
+bool is_stale(const PGresult* failed)
+{
+    const char* state = failed ? PQresultErrorField(failed, PG_DIAG_SQLSTATE) : nullptr;
+    const std::string_view code = state ? state : "";
+    return code == "0A000" || code == "26000";
+}
+
 } // namespace
 
 qint64 run_in_one_wait(postgresql_line& line, prepared_names& names, std::span<const statement_run> all,
                        const driver::tick& waiting)
 {
     line.expect_alive();
-    pipeline sent{line, names, waiting};
-    sent.run(all);
-    if (sent.failed())
-        line.fail(sent.failed());
-    return sent.written();
+    std::optional<pipeline> sent;
+    sent.emplace(line, names, waiting).run(all);
+    // Nothing is carried out then. Within a transaction all that came before is lost as well.
+    if (is_stale(sent->failed()) && PQtransactionStatus(line.raw()) == PQTRANS_IDLE) {
+        for (const statement_run& each : all)
+            names.forget(each.text);
+        sent.emplace(line, names, waiting).run(all);
+    }
+    if (sent->failed())
+        line.fail(sent->failed());
+    return sent->written();
 }
 
 } // namespace orvo

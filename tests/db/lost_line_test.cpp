@@ -296,6 +296,23 @@ private Q_SLOTS:
             line.proxy.cut_lines();
         }
     }
+
+    void statements_are_prepared_anew_for_a_changed_table()
+    {
+        bad_line line;
+        line.db.open();
+        const char* all = "select * from branch_code";
+        const char* renaming = "update branch_code set branch_name='부산'";
+        line.db.write(renaming);
+        QCOMPARE(line.db.read(all).columns().size(), std::size_t{2});
+        line.direct.direct("alter table branch_code add column place text");
+        QCOMPARE(line.db.read_together({{count_of_branches}, {all}})[1].columns().size(), std::size_t{3});
+        line.direct.direct("alter table branch_code drop column place");
+        QCOMPARE(line.db.read(all).columns().size(), std::size_t{2});
+        line.db.direct("deallocate all");
+        QCOMPARE(line.db.write(renaming), 1);
+        QVERIFY(line.watch.asked.empty());
+    }
 };
 
 QTEST_GUILESS_MAIN(lost_line_test)
