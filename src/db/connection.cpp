@@ -157,7 +157,8 @@ void connection::ask_and_reopen(const db_failure& lost)
             reopen();
             return;
         } catch (const db_failure& again) {
-            why = again.in(lost.statement());
+            why = again;
+            why.name(lost.statement());
         }
     }
 }
@@ -185,15 +186,17 @@ void connection::persist(const ready_statement& first, progress* follow, const q
             act(waiting);
             up_ = true;
             return;
-        } catch (const line_break& lost) {
+        } catch (line_break& lost) {
             // A line that only stalled still owes an answer, which the next statement would take for its own.
             way_->close();
             up_ = false;
+            lost.name(name);
             if (lost.may_have_run && !first.repeatable)
-                throw db_failure{failure_kind::outcome_unknown, lost.text(), name};
-            ask_and_reopen(lost.in(name));
-        } catch (const db_failure& failure) {
-            throw failure.in(name);
+                throw db_failure{failure_kind::outcome_unknown, lost.text(), lost.statement()};
+            ask_and_reopen(lost);
+        } catch (db_failure& failure) {
+            failure.name(name);
+            throw;
         }
     }
 }
@@ -303,7 +306,12 @@ void repeated_write::operator()(std::span<const cell> fields)
             field = cell::of(number);
         }
     }
-    close_at_break(*way_, [&] { way_->run_again(*text_, fields_); });
+    try {
+        close_at_break(*way_, [&] { way_->run_again(*text_, fields_); });
+    } catch (db_failure& failure) {
+        failure.name(QString::fromStdString(text_->text));
+        throw;
+    }
 }
 
 void connection::direct(const std::string& text)

@@ -48,11 +48,16 @@ public:
                        row_sink* sink, bool large, const tick& waiting) = 0;
     /// Whether run_together costs one wait.
     virtual bool has_pipeline() const { return false; }
-    /// Statements that do not depend on each other's rows, in their order.
+    /// Statements that do not depend on each other's rows, in their order. A failure names the one that failed.
     virtual void run_together(std::span<const statement_run> all, const tick& waiting)
     {
         for (const statement_run& each : all)
-            run(*each.text, each.bound, each.sink, each.large, waiting);
+            try {
+                run(*each.text, each.bound, each.sink, each.large, waiting);
+            } catch (db_failure& failure) {
+                failure.name(QString::fromStdString(each.text->text));
+                throw;
+            }
     }
     /// As run, for a statement that runs many times in a row: the fields as they come, no rows, no waiting.
     virtual void run_again(const ready_statement& statement, std::span<const cell> fields) = 0;

@@ -39,7 +39,12 @@ public:
     const QStringList& stored() const { return stored_; }
     const QString& missing() const { return missing_; }
 
-    db_failure in(const QString& statement) const { return {kind_, text_, statement}; }
+    /// Tells which statement failed, unless somebody nearer to it has told already.
+    void name(const QString& statement)
+    {
+        if (statement_.isEmpty())
+            statement_ = statement;
+    }
     db_failure behind(QStringList stored, QString missing) const;
 
 private:

@@ -22,6 +22,7 @@ public:
 
     qint64 written() const { return written_; }
     const PGresult* failed() const { return failed_.get(); }
+    void throw_failed();
 
 private:
     postgresql_line& line_;
@@ -30,6 +31,7 @@ private:
     std::vector<const ready_statement*> fresh_;
     qint64 written_ = 0;
     result_handle failed_;
+    const ready_statement* failed_text_ = nullptr;
 
     int send(const statement_run& one);
     bool collect(const statement_run& one, int answers);
@@ -76,13 +78,15 @@ bool pipeline::collect(const statement_run& one, int answers)
         int since_tick = 0;
         while (result_handle result = line_.next_result(waiting_, failed())) {
             const ExecStatusType status = PQresultStatus(result.get());
-            if (status == PGRES_FATAL_ERROR && !failed_)
+            if (status == PGRES_FATAL_ERROR && !failed_) {
                 failed_ = std::move(result);
-            else if (status == PGRES_COMMAND_OK && !is_preparing)
+                failed_text_ = one.text;
+            } else if (status == PGRES_COMMAND_OK && !is_preparing) {
                 written_ = QByteArray{PQcmdTuples(result.get())}.toLongLong();
-            else if ((status == PGRES_TUPLES_OK || status == PGRES_SINGLE_TUPLE) && !is_preparing && feeder &&
-                     !feeder->hand_on(result.get()))
+            } else if ((status == PGRES_TUPLES_OK || status == PGRES_SINGLE_TUPLE) && !is_preparing && feeder &&
+                       !feeder->hand_on(result.get())) {
                 return false;
+            }
             if (++since_tick % rows_between_ticks == 0)
                 go_on(waiting_);
         }
@@ -124,6 +128,18 @@ void pipeline::run(std::span<const statement_run> all)
         forget_fresh();
 }
 
+void pipeline::throw_failed()
+{
+    if (!failed_)
+        return;
+    try {
+        line_.fail(failed());
+    } catch (db_failure& failure) {
+        failure.name(QString::fromStdString(failed_text_->text));
+        throw;
+    }
+}
+
 /// Whether a prepared statement is not what it was: its table has changed, or the server has forgotten it.
 bool is_stale(const PGresult* failed)
 {
@@ -146,8 +162,7 @@ qint64 run_in_one_wait(postgresql_line& line, prepared_names& names, std::span<c
             names.forget(each.text);
         sent.emplace(line, names, waiting).run(all);
     }
-    if (sent->failed())
-        line.fail(sent->failed());
+    sent->throw_failed();
     return sent->written();
 }
 
