@@ -10,7 +10,7 @@ namespace orvo {
 
 enum class failure_kind {
     line_lost,       ///< the server cannot be reached, or is reached no more
-    login_refused,   ///< the server does not know the user, password or database
+    login_refused,   ///< the server does not let the user in; a missing right to a table is `other`
     overflow,        ///< a value is beyond what its column holds
     duplicate,       ///< a key exists already
     conversion,      ///< a text that should be a number is none

@@ -36,7 +36,6 @@ failure_kind kind_of(const QString& state, int number)
     case 18487: // the password has expired
     case 18488: // the password must be changed
     case 4060:  // no such database, or not for this user
-    case 229:   // no right to the table
         return failure_kind::login_refused;
     case 220:  // beyond tinyint, smallint
     case 232:  // beyond the type

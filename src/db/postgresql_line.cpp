@@ -23,7 +23,7 @@ QString message_of(const char* raw)
 
 failure_kind kind_of(std::string_view state)
 {
-    if (state == "28P01" || state == "28000" || state == "3D000" || state == "42501")
+    if (state == "28P01" || state == "28000" || state == "3D000")
         return failure_kind::login_refused;
     if (state == "22003" || state == "22001")
         return failure_kind::overflow;
@@ -74,8 +74,10 @@ void postgresql_line::fail_to_open()
     static const QRegularExpression code{QStringLiteral(":  ([0-9A-Z]{5}): ")};
     static const QRegularExpression place{QStringLiteral("\n\\S+:  \\w+, \\S+:\\d+")};
     QString text = message_of(PQerrorMessage(line_));
-    const failure_kind kind = kind_of(code.match(text).captured(1).toStdString());
-    const bool refused = kind == failure_kind::login_refused || PQconnectionNeedsPassword(line_);
+    const std::string state = code.match(text).captured(1).toStdString();
+    const bool refused = kind_of(state) == failure_kind::login_refused ||
+                         state == "42501" || // no right to the database
+                         PQconnectionNeedsPassword(line_);
     text.replace(code, QStringLiteral(":  ")).remove(place);
     close();
     if (refused)

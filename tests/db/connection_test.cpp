@@ -127,6 +127,10 @@ private Q_SLOTS:
         }
         QVERIFY(db.is_up());
         QCOMPARE(db.number("select count(*) as n from branch_code where branch_name='서울'"), 10);
+        if (kind == engine::postgresql) { // a missing right is no failed login
+            db.direct("set role pg_signal_backend");
+            QCOMPARE(failure_of([&] { db.read("select * from branch_code"); }), failure_kind::other);
+        }
     }
 
     void a_transaction_is_undone_data() { engines_under_test(); }

@@ -57,6 +57,7 @@ private Q_SLOTS:
             {stranger, {}, failure_kind::login_refused, "does not exist"},
             {nowhere, {}, failure_kind::login_refused, "does not exist"},
             {nowhere, refusal("28P01", password), failure_kind::login_refused, password},
+            {nowhere, refusal("42501", "no right"), failure_kind::login_refused, "no right"},
             {nowhere, refusal("57P03", starting), failure_kind::line_lost, starting},
             {nowhere, refusal("53300", "full"), failure_kind::line_lost, "full"},
             {nowhere, framed('R', QByteArray{"\0\0\0\3", 4}), failure_kind::login_refused, ""}, // password?
