@@ -31,7 +31,7 @@ public:
             return !to_ || to_->take(row);
         } catch (const line_break& elsewhere) {
             // The line that broke is the one behind the sink: to reopen this one would not mend it.
-            throw db_failure{failure_kind::other, elsewhere.text(), elsewhere.statement()};
+            throw db_failure{failure_kind::other, elsewhere.text(), elsewhere.statement(), elsewhere.code()};
         }
     }
 
@@ -192,7 +192,7 @@ void connection::persist(const ready_statement& first, progress* follow, const q
             up_ = false;
             lost.name(name);
             if (lost.may_have_run && !first.repeatable)
-                throw db_failure{failure_kind::outcome_unknown, lost.text(), lost.statement()};
+                throw db_failure{failure_kind::outcome_unknown, lost.text(), lost.statement(), lost.code()};
             ask_and_reopen(lost);
         } catch (db_failure& failure) {
             failure.name(name);

@@ -14,8 +14,8 @@ namespace orvo {
 
 /// What came of a failed statement: whether the engine can have carried it out although it said nothing.
 struct line_break : db_failure {
-    line_break(QString text, bool was_sent)
-        : db_failure{failure_kind::line_lost, std::move(text)}, may_have_run{was_sent}
+    line_break(QString text, bool was_sent, QString code = {})
+        : db_failure{failure_kind::line_lost, std::move(text), {}, std::move(code)}, may_have_run{was_sent}
     {
     }
     bool may_have_run;

@@ -2,9 +2,20 @@
 
 namespace orvo {
 
-db_failure::db_failure(failure_kind kind, QString text, QString statement)
-    : kind_{kind}, text_{std::move(text)}, statement_{std::move(statement)}, bytes_{text_.toUtf8()}
+db_failure::db_failure(failure_kind kind, QString text, QString statement, QString code)
+    : kind_{kind}, text_{std::move(text)}, statement_{std::move(statement)}, code_{std::move(code)},
+      bytes_{text_.toUtf8()}
 {
+}
+
+QString db_failure::details() const
+{
+    QStringList lines{text_};
+    if (!code_.isEmpty())
+        lines.append(QStringLiteral("[%1]").arg(code_));
+    if (!statement_.isEmpty())
+        lines.append(statement_);
+    return lines.join(u'\n');
 }
 
 db_failure db_failure::behind(QStringList stored, QString missing) const

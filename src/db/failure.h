@@ -27,12 +27,16 @@ enum class failure_kind {
 /// slots unfilled (it never holds a member's data).
 class db_failure : public std::exception {
 public:
-    db_failure(failure_kind kind, QString text, QString statement = {});
+    db_failure(failure_kind kind, QString text, QString statement = {}, QString code = {});
 
     failure_kind kind() const { return kind_; }
     std::int32_t number() const;
     const QString& text() const { return text_; }
     const QString& statement() const { return statement_; }
+    /// The engine's own number or sign of the failure; empty where there is none.
+    const QString& code() const { return code_; }
+    /// The engine's text, its code and the statement, for whoever looks into the failure.
+    QString details() const;
     const char* what() const noexcept override { return bytes_.constData(); }
 
     /// What a save had stored before it broke, and what it was about to store: in the operator's words.
@@ -51,6 +55,7 @@ private:
     failure_kind kind_;
     QString text_;
     QString statement_;
+    QString code_;
     QStringList stored_;
     QString missing_;
     QByteArray bytes_;

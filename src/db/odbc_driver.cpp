@@ -59,7 +59,7 @@ void odbc_driver::expect_alive(const tick& waiting)
     try {
         carry_out("select 1", waiting);
     } catch (const line_break& lost) {
-        throw line_break{lost.text(), false};
+        throw line_break{lost.text(), false, lost.code()};
     }
 }
 

@@ -135,6 +135,7 @@ void odbc_handles::fail() const
     const SQLHANDLE handle = statement ? statement : line ? line : environment;
     failure_kind kind = failure_kind::other;
     QString text;
+    QString code;
     int best_rank = -1;
     bool was_sent = true;
     bool is_lost = false;
@@ -155,15 +156,14 @@ void odbc_handles::fail() const
         best_rank = rank;
         kind = its_kind;
         text = text_of(letters.data()).remove(makers).trimmed();
-        if (number)
-            text.prepend(QStringLiteral("[%1] ").arg(number));
+        code = number ? QString::number(number) : text_of(state.data());
     }
     SQLUINTEGER dead = SQL_CD_FALSE;
     if (statement)
         SQLGetConnectAttrW(line, SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr);
     if (dead == SQL_CD_TRUE || (is_lost && (kind == failure_kind::other || kind == failure_kind::line_lost)))
-        throw line_break{text, was_sent};
-    throw db_failure{kind, text};
+        throw line_break{text, was_sent, code};
+    throw db_failure{kind, text, {}, code};
 }
 
 void odbc_line::open(const driver::tick& waiting)
@@ -194,7 +194,7 @@ void odbc_line::open(const driver::tick& waiting)
         using enum failure_kind;
         if (failure.kind() == login_refused || failure.kind() == cancelled || failure.kind() == other)
             throw;
-        throw line_break{failure.text(), false};
+        throw line_break{failure.text(), false, failure.code()};
     }
 }
 

@@ -23,7 +23,7 @@ struct odbc_handles {
     odbc_handles(const odbc_handles&) = delete;
     odbc_handles& operator=(const odbc_handles&) = delete;
 
-    /// Throws what ODBC says of the call that failed, with the server's own number before its text.
+    /// Throws what ODBC says of the call that failed: the server's own words and number before the driver's.
     [[noreturn]] void fail() const;
     void check(SQLRETURN result) const
     {

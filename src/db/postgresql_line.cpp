@@ -60,11 +60,12 @@ void postgresql_line::fail(const PGresult* result)
     const char* state = result ? PQresultErrorField(result, PG_DIAG_SQLSTATE) : nullptr;
     const QString text = message_of(result ? PQresultErrorMessage(result) : PQerrorMessage(line_));
     const std::string_view code = state ? state : "";
+    const QString told = QString::fromLatin1(state);
     if (ends_line(code))
-        throw line_break{text, false};
+        throw line_break{text, false, told};
     if (PQstatus(line_) == CONNECTION_BAD || code.empty())
-        throw line_break{text, true};
-    throw db_failure{kind_of(code), text};
+        throw line_break{text, true, told};
+    throw db_failure{kind_of(code), text, {}, told};
 }
 
 void postgresql_line::fail_to_open()
@@ -74,15 +75,16 @@ void postgresql_line::fail_to_open()
     static const QRegularExpression code{QStringLiteral(":  ([0-9A-Z]{5}): ")};
     static const QRegularExpression place{QStringLiteral("\n\\S+:  \\w+, \\S+:\\d+")};
     QString text = message_of(PQerrorMessage(line_));
-    const std::string state = code.match(text).captured(1).toStdString();
+    const QString told = code.match(text).captured(1);
+    const std::string state = told.toStdString();
     const bool refused = kind_of(state) == failure_kind::login_refused ||
                          state == "42501" || // no right to the database
                          PQconnectionNeedsPassword(line_);
     text.replace(code, QStringLiteral(":  ")).remove(place);
     close();
     if (refused)
-        throw db_failure{failure_kind::login_refused, text};
-    throw line_break{text, false};
+        throw db_failure{failure_kind::login_refused, text, {}, told};
+    throw line_break{text, false, told};
 }
 
 /// False when the deadline has passed. The tick may end the waiting by an exception (cancelled).

@@ -109,9 +109,10 @@ void sqlite_driver::fail()
     const int code = base_ ? sqlite3_extended_errcode(base_) : SQLITE_CANTOPEN;
     const failure_kind kind = kind_of(code);
     const QString text = QString::fromUtf8(base_ ? sqlite3_errmsg(base_) : "unable to open database file");
-    if (kind == failure_kind::line_lost)
-        throw line_break{text, false}; // a statement that could not reach the file is undone by the journal
-    throw db_failure{kind, text};
+    const QString told = QString::number(code);
+    if (kind == failure_kind::line_lost) // a statement that could not reach the file is undone by the journal
+        throw line_break{text, false, told};
+    throw db_failure{kind, text, {}, told};
 }
 
 int sqlite_driver::on_progress(void* self)

@@ -78,7 +78,8 @@ private Q_SLOTS:
                 at.connect();
                 QFAIL("nothing failed");
             } catch (const db_failure& failure) {
-                QCOMPARE(failure.text(), QStringLiteral("[%1] 거절 'x'").arg(number));
+                QCOMPARE(failure.text(), QStringLiteral("거절 'x'"));
+                QCOMPARE(failure.details(), QStringLiteral("거절 'x'\n[%1]").arg(number));
             }
         }
         at.server.refuse_logins();
