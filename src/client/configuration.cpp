@@ -27,13 +27,27 @@ std::chrono::seconds seconds_of(const program_folder& folder, const QString& key
     return std::chrono::seconds{value > 0 ? value : otherwise};
 }
 
+[[noreturn]] void refuse_value(const char* key, const QString& value)
+{
+    throw db_failure{failure_kind::other,
+                     QStringLiteral("conf/connection.ini의 %1 값 \"%2\"을(를) 알 수 없습니다.")
+                         .arg(QLatin1String{key}, value)};
+}
+
 engine engine_of(const QString& name)
 {
     if (const auto known = engine_named(name))
         return *known;
-    throw db_failure{
-        failure_kind::other,
-        QStringLiteral("conf/connection.ini의 engine 값 \"%1\"을(를) 알 수 없습니다.").arg(name)};
+    refuse_value("engine", name);
+}
+
+/// A word that is misspelt must not leave the line without what it was to demand.
+QString tls_of(const QString& word)
+{
+    if (word == QLatin1String("require") || word == QLatin1String("prefer") ||
+        word == QLatin1String("disable"))
+        return word;
+    refuse_value("tls", word);
 }
 
 } // namespace
@@ -66,7 +80,7 @@ server_address read_server_address(const program_folder& folder)
     server.password = server_value(folder, QStringLiteral("password"));
     server.name = server_value(folder, QStringLiteral("database"), QStringLiteral("orvo_db"));
     server.mail_name = server_value(folder, QStringLiteral("mail_database"), QStringLiteral("orvo_mail"));
-    server.tls = server_value(folder, QStringLiteral("tls"), QStringLiteral("prefer"));
+    server.tls = tls_of(server_value(folder, QStringLiteral("tls"), QStringLiteral("prefer")).toLower());
     server.driver = server_value(folder, QStringLiteral("driver"));
     server.connect_timeout = seconds_of(folder, QStringLiteral("connect_timeout"), 15);
     server.statement_timeout = seconds_of(folder, QStringLiteral("statement_timeout"), 30);

@@ -64,7 +64,7 @@ private Q_SLOTS:
 
         const server_address all =
             read("engine=PostgreSQL\nhost=10.0.0.7\nport=5433\nuser=orvo\npassword=\" p;w=d \"\n"
-                 "database=register\nmail_database=mail\ndriver=a b\ntls=require\nconnect_timeout=3\n"
+                 "database=register\nmail_database=mail\ndriver=a b\ntls=Require\nconnect_timeout=3\n"
                  "statement_timeout=60\n");
         QCOMPARE(all.kind, engine::postgresql);
         QCOMPARE(all.port, 5433);
@@ -80,12 +80,13 @@ private Q_SLOTS:
             QCOMPARE(read(QByteArray{"statement_timeout="} + never_or_at_once).statement_timeout,
                      std::chrono::seconds{30});
         QCOMPARE(read("engine=sqlserver").kind, engine::sqlserver);
-        try {
-            read("engine=oracle");
-            QFAIL("it was taken for another engine");
-        } catch (const db_failure& failure) {
-            QVERIFY(failure.text().contains("oracle") && failure.text().contains("connection.ini"));
-        }
+        for (const auto& [line, value] : {std::pair{"engine=oracle", "oracle"}, {"tls=required", "required"}})
+            try {
+                read(line);
+                QFAIL(line);
+            } catch (const db_failure& failure) {
+                QVERIFY(failure.text().contains(value) && failure.text().contains("connection.ini"));
+            }
     }
 
     void the_program_folder_is_found_and_filled_once()
