@@ -5,6 +5,7 @@
 #include "db/schema/schema.h"
 
 #include <QFile>
+#include <QTemporaryDir>
 
 namespace orvo {
 
@@ -64,6 +65,21 @@ bool is_local_file_sound(connection& local, inspection how)
 
 void remake_local_file(client& c)
 {
+    // Made beside the old one, which goes when the new one is whole: a file without codes would be taken for
+    // a sound one at the next start, and without any file there is nothing to work on.
+    QTemporaryDir beside{c.server.folder + QStringLiteral("/.orvo-XXXXXX")};
+    if (!beside.isValid())
+        throw db_failure{failure_kind::other, beside.errorString()};
+    server_address new_place = c.server;
+    new_place.folder = beside.path();
+    connection fresh = make_connection(new_place, database::local, file_use::create);
+    fresh.open();
+    for (const std::string& statement : make_local_statements())
+        fresh.direct(statement);
+    sync_codes(c.db_conn, fresh);
+    fresh.direct("pragma journal_mode=delete"); // all of it lies in the one file
+    fresh.close();
+
     c.local_conn.close();
     const QString path = file_of(c.server, database::local);
     if (QFile::exists(path)) {
@@ -72,21 +88,12 @@ void remake_local_file(client& c)
     }
     for (const char* companion : {"-wal", "-shm"})
         QFile::remove(path + QLatin1String(companion));
-    connection fresh = make_connection(c.server, database::local, file_use::create);
-    fresh.open();
-    for (const std::string& statement : make_local_statements())
-        fresh.direct(statement);
-    try {
-        sync_codes(c.db_conn, fresh);
-    } catch (const db_failure&) {
-        // A file without codes would be taken for a sound one at the next start.
-        fresh.close();
-        QFile::remove(path);
-        throw;
-    }
-    fresh.close();
+    QFile made{file_of(new_place, database::local)};
+    const bool is_in_place = made.rename(path);
     c.mirrors_behind.clear();
     c.local_conn.open();
+    if (!is_in_place)
+        throw db_failure{failure_kind::other, made.errorString()};
 }
 
 } // namespace orvo

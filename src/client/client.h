@@ -44,7 +44,8 @@ public:
 };
 
 /// Makes the local file anew and opens it: empty but for the code tables, which come from the open register.
-/// What was there is kept beside it, for whoever looks into the damage. Throws db_failure.
+/// What was there is kept beside it, for whoever looks into the damage. Throws db_failure; then the file that
+/// was there stays in use.
 void remake_local_file(client& c);
 
 enum class inspection { quick, thorough };

@@ -125,7 +125,9 @@ private Q_SLOTS:
 
             c.db_conn.direct("drop table money_member");
             QVERIFY_EXCEPTION_THROWN(remake_local_file(c), db_failure);
-            QVERIFY(!QFile::exists(path)); // one without codes is not left behind
+            QCOMPARE(c.local_conn.number("select code_bran from branch_code"), 10); // as before
+            QCOMPARE(QDir{c.folder.path}.entryList({".orvo*"}, QDir::AllEntries | QDir::Hidden),
+                     QStringList{});
         }
     }
 
