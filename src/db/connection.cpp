@@ -2,7 +2,6 @@
 
 #include "db/driver.h"
 
-#include <charconv>
 #include <stdexcept>
 #include <unordered_map>
 
@@ -301,9 +300,7 @@ void repeated_write::operator()(std::span<const cell> fields)
             if (field.is == cell::kind::null)
                 field = cell::of(std::string_view{});
         } else if (field.is != cell::kind::number) {
-            std::int64_t number = 0;
-            std::from_chars(field.text.data(), field.text.data() + field.text.size(), number);
-            field = cell::of(number);
+            field = cell::of(text_->number_of(text_->parameters[i], field.text));
         }
     }
     try {

@@ -40,6 +40,8 @@ struct ready_statement {
 
     /// The parameters' values in their order. Throws db_failure (conversion) where a number is none.
     std::vector<bound_value> bind(const values& given) const;
+    /// The number that a value is for one of the parameters, read and refused as bind does.
+    std::int64_t number_of(const parameter& of, std::string_view value) const;
     /// The literal text, from the stretches: the quotes of values doubled, negative numbers outside quotes in
     /// parentheses (`mem_dues--5` would make a comment of all that follows).
     std::string filled(const std::vector<bound_value>& bound) const;

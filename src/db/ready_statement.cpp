@@ -34,6 +34,20 @@ void append_doubled(std::string& to, std::string_view text)
         to.append(c == '\'' ? 2 : 1, c);
 }
 
+std::int64_t ready_statement::number_of(const parameter& of, std::string_view value) const
+{
+    const std::string_view digits = without_blanks(value);
+    std::int64_t number = 0;
+    const bool empty_is_zero = of.is == parameter::kind::number && digits.empty();
+    if (!empty_is_zero && !parse_whole(digits, number))
+        throw db_failure{
+            failure_kind::conversion,
+            QStringLiteral("숫자가 들어갈 자리에 숫자가 아닌 값이 있습니다: \"%1\"")
+                .arg(QString::fromUtf8(value.data(), static_cast<qsizetype>(value.size())).left(40)),
+            QString::fromStdString(text)};
+    return number;
+}
+
 std::vector<bound_value> ready_statement::bind(const values& given) const
 {
     std::vector<bound_value> bound;
@@ -46,16 +60,9 @@ std::vector<bound_value> ready_statement::bind(const values& given) const
             bound.emplace_back(std::move(value));
             continue;
         }
-        const std::string_view digits = without_blanks(value);
-        std::int64_t number = 0;
-        const bool empty_is_zero = each.is == parameter::kind::number && digits.empty();
-        if (!empty_is_zero && !parse_whole(digits, number))
-            throw db_failure{failure_kind::conversion,
-                             QStringLiteral("숫자가 들어갈 자리에 숫자가 아닌 값이 있습니다: \"%1\"")
-                                 .arg(QString::fromStdString(value).left(40)),
-                             QString::fromStdString(text)};
+        const std::int64_t number = number_of(each, value);
         if (each.is == parameter::kind::digits)
-            bound.emplace_back(std::string{digits});
+            bound.emplace_back(std::string{without_blanks(value)});
         else
             bound.emplace_back(number);
     }

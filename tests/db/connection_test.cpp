@@ -202,7 +202,8 @@ private Q_SLOTS:
             db.repeat("insert into branch_code (code_bran,branch_name) values ('{code}','{name}')");
         const cell name = cell::of(std::string_view{"서울's"});
         const std::array three{std::array{cell::of(std::int64_t{7}), name},
-                               std::array{cell::of(std::string_view{"8"}), cell{}}, std::array{cell{}, name}};
+                               std::array{cell::of(std::string_view{" 8 "}), cell{}},
+                               std::array{cell{}, name}};
         for (const auto& row : three)
             insert(row);
         QString found;
@@ -216,6 +217,11 @@ private Q_SLOTS:
             QCOMPARE(failure.kind(), failure_kind::duplicate);
             QVERIFY(failure.statement().startsWith("insert into branch_code"));
         }
+        for (const char* word : {"abc", "12x"})
+            QCOMPARE(failure_of([&] {
+                         insert(std::array{cell::of(std::string_view{word}), name});
+                     }),
+                     failure_kind::conversion);
     }
 
     void a_read_can_be_left_data() { engines_under_test(); }
