@@ -83,7 +83,8 @@ public:
     /// Reads that do not depend on each other, in their order: they go out together where the engine can, and
     /// cost one wait. Either all are answered or none.
     std::vector<rows> read_together(std::initializer_list<query> queries);
-    /// The same behind a write, which must not come twice: where the engine can, all go out together.
+    /// The same behind a write, which must not come twice: where the engine can, all go out together. There a
+    /// read that fails undoes the write; elsewhere the write stays.
     std::vector<rows> write_and_read_together(const query& write, std::initializer_list<query> queries);
     /// Row by row, for results that can be large. Ends early where the sink or the progress says so; throws
     /// failure_kind::cancelled where it was the progress.
