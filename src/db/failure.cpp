@@ -3,8 +3,8 @@
 namespace orvo {
 
 db_failure::db_failure(failure_kind kind, QString text, QString statement, QString code)
-    : kind_{kind}, text_{std::move(text)}, statement_{std::move(statement)}, code_{std::move(code)},
-      bytes_{text_.toUtf8()}
+    : kind_{kind}, text_{std::move(text)},
+      statement_{std::move(statement)}, code_{std::move(code)}, bytes_{text_.toUtf8()}
 {
 }
 

@@ -199,7 +199,8 @@ result_handle postgresql_line::next_result(const driver::tick& waiting, const PG
 
 void postgresql_line::leave()
 {
-    // The server closes the line of such an order when it has passed it on. On a line that stalls it does not.
+    // The server closes the line of such an order when it has passed it on. On a line that stalls it does
+    // not.
     std::packaged_task<void()> order{[whom = PQgetCancel(line_)] {
         std::array<char, 256> reason;
         PQcancel(whom, reason.data(), static_cast<int>(reason.size()));

@@ -38,17 +38,17 @@ private:
     void forget_fresh();
 };
 
-/// Returns how many answers will come. A large result is asked for rarely, and not prepared. The server's limit
-/// would count the time in which its rows are read, so it is taken off as far as the pipeline's end; a silence
-/// too long is noticed here.
+/// Returns how many answers will come. A large result is asked for rarely, and not prepared. The server's
+/// limit would count the time in which its rows are read, so it is taken off as far as the pipeline's end; a
+/// silence too long is noticed here.
 int pipeline::send(const statement_run& one)
 {
     const std::vector<Oid> types = types_of(*one.text);
     const text_fields fields{one.bound};
     const char* sql = one.text->sql.c_str();
     if (one.large) {
-        line_.sent(PQsendQueryParams(line_.raw(), "select set_config('statement_timeout','0',true)", 0, nullptr,
-                                     nullptr, nullptr, nullptr, 0));
+        line_.sent(PQsendQueryParams(line_.raw(), "select set_config('statement_timeout','0',true)", 0,
+                                     nullptr, nullptr, nullptr, nullptr, 0));
         line_.sent(PQsendQueryParams(line_.raw(), sql, fields.count(), types.data(), fields.data(), nullptr,
                                      nullptr, 0));
         return 2;
@@ -83,8 +83,8 @@ bool pipeline::collect(const statement_run& one, int answers)
                 failed_text_ = one.text;
             } else if (status == PGRES_COMMAND_OK && !is_preparing) {
                 written_ = QByteArray{PQcmdTuples(result.get())}.toLongLong();
-            } else if ((status == PGRES_TUPLES_OK || status == PGRES_SINGLE_TUPLE) && !is_preparing && feeder &&
-                       !feeder->hand_on(result.get())) {
+            } else if ((status == PGRES_TUPLES_OK || status == PGRES_SINGLE_TUPLE) && !is_preparing &&
+                       feeder && !feeder->hand_on(result.get())) {
                 return false;
             }
             if (++since_tick % rows_between_ticks == 0)
@@ -118,7 +118,7 @@ void pipeline::run(std::span<const statement_run> all)
             }
         line_.end_pipeline(waiting_, failed());
     } catch (const line_break&) {
-        throw; // and whoever closes the line forgets all names
+        throw;      // and whoever closes the line forgets all names
     } catch (...) { // the operator's wish or the sink's failure: the server is still at it
         forget_fresh();
         line_.leave();

@@ -240,7 +240,10 @@ private Q_SLOTS:
         const auto read = [&] { line.db.read(count_of_branches); };
         const std::function<void()> ways[] = {
             [&] { QCOMPARE(failure_of(read), failure_kind::cancelled); }, // prepared, and in a pipeline
-            [&] { QCOMPARE(failure_of([&] { line.db.read("select * from job_line"); }), failure_kind::cancelled); },
+            [&] {
+                QCOMPARE(failure_of([&] { line.db.read("select * from job_line"); }),
+                         failure_kind::cancelled);
+            },
             [&] { line.db.read_each("select * from branch_code", {}, leaving); },
         };
         for (const auto& leave : ways) {
