@@ -13,6 +13,8 @@ constexpr int rows_of_an_insert = 1000;
 /// How long a line may lie idle before it is asked whether it still holds: longer than between the statements
 /// of one save, shorter than the pause of an operator.
 constexpr std::chrono::seconds trusted_silence{1};
+/// Nobody can do anything meanwhile.
+constexpr std::chrono::seconds longest_leaving{1};
 
 bool patient()
 {
@@ -91,13 +93,15 @@ qint64 odbc_driver::run(const ready_statement& text, const std::vector<bound_val
     return 0;
 }
 
-/// Leaves the rest of a result with the server, where there is still a line to it.
+/// Leaves the rest of a result with the server. A line that is not free at once is closed.
 void odbc_driver::let_go()
 {
+    const auto deadline = steady_clock::now() + longest_leaving;
     try {
-        line_.beside([](odbc_handles& on) { odbc_result::let_go(on); }, patient);
-    } catch (const line_break&) {
-        // The next statement meets it.
+        line_.beside([](odbc_handles& on) { odbc_result::let_go(on); },
+                     [deadline] { return steady_clock::now() < deadline; });
+    } catch (const db_failure&) {
+        line_.close(); // which the next statement meets
     }
 }
 

@@ -3,6 +3,7 @@
 #include "support/tds_server.h"
 #include "support/test_register.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 using namespace orvo;
@@ -66,9 +67,8 @@ private Q_SLOTS:
     void failures_bear_the_engines_number_and_text()
     {
         server_at_hand at;
-        const std::pair<int, failure_kind> cases[] = {{2627, duplicate},    {245, conversion},
-                                                      {2628, overflow}, {9002, disk_full},
-                                                      {229, other},         {208, other}};
+        const std::pair<int, failure_kind> cases[] = {{2627, duplicate}, {245, conversion}, {2628, overflow},
+                                                      {9002, disk_full}, {229, other},      {208, other}};
         for (const auto& [number, kind] : cases) {
             at.server.answer_with({number, QStringLiteral("거절 'x'")});
             QCOMPARE(failure_of([&] { at.db.read(branches); }), kind);
@@ -133,6 +133,21 @@ private Q_SLOTS:
             QVERIFY(at.db.read(branches).empty());
             QCOMPARE(at.watch.asked, hears ? 0 : 1);
         }
+        server_at_hand at;
+        load_branches(at.db, 20'000);
+        class leaving_rows : public rows {
+        public:
+            explicit leaving_rows(tds_server& of) : server{of} {}
+            bool take(std::span<const cell>) override { return server.keep_silent(), false; }
+            tds_server& server;
+        } leaving{at.server};
+        QElapsedTimer clock;
+        clock.start();
+        at.db.read_each(branches, {}, leaving);
+        QVERIFY2(clock.elapsed() < 4000, qPrintable(QString::number(clock.elapsed())));
+        at.server.resume();
+        at.watch.tries_again = true;
+        QCOMPARE(at.db.read(branches).size(), std::size_t{20'000});
     }
 };
 

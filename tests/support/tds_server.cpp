@@ -210,6 +210,8 @@ void tds_server::take_batch(line& each, const QString& batch)
         each.answers->answer_with(*error);
     else
         each.answers->answer(batch);
+    if (silent_)
+        return;
     if (each.way.is_interrupted())
         each.way.put(done_token(done_with_attention));
     each.way.end();
