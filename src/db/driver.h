@@ -48,7 +48,8 @@ public:
                        row_sink* sink, bool large, const tick& waiting) = 0;
     /// Whether run_together costs one wait.
     virtual bool has_pipeline() const { return false; }
-    /// Statements that do not depend on each other's rows, in their order. A failure names the one that failed.
+    /// Statements that do not depend on each other's rows, in their order. A failure names the one that
+    /// failed.
     virtual void run_together(std::span<const statement_run> all, const tick& waiting)
     {
         for (const statement_run& each : all)
@@ -60,7 +61,18 @@ public:
             }
     }
     /// As run, for a statement that runs many times in a row: the fields as they come, no rows, no waiting.
-    virtual void run_again(const ready_statement& statement, std::span<const cell> fields) = 0;
+    virtual void run_again(const ready_statement& statement, std::span<const cell> fields)
+    {
+        std::vector<bound_value> bound;
+        for (std::size_t i = 0; i < fields.size(); ++i)
+            if (fields[i].is != cell::kind::number)
+                bound.emplace_back(std::string{fields[i].text});
+            else if (statement.parameters[i].is_number())
+                bound.emplace_back(fields[i].number);
+            else
+                bound.emplace_back(std::to_string(fields[i].number));
+        run(statement, bound, nullptr, false, [] { return true; });
+    }
     /// A text of the engine's own.
     virtual void direct(const std::string& sql) = 0;
     virtual void load(std::string_view table, const std::vector<std::string_view>& columns,

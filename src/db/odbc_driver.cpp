@@ -31,7 +31,6 @@ public:
     void close() override { line_.close(); }
     qint64 run(const ready_statement& text, const std::vector<bound_value>& bound, row_sink* sink, bool large,
                const tick& waiting) override;
-    void run_again(const ready_statement& text, std::span<const cell> fields) override;
     void direct(const std::string& sql) override;
     void load(std::string_view table, const std::vector<std::string_view>& columns,
               const std::function<bool(std::vector<cell>&)>& next) override;
@@ -114,20 +113,6 @@ void odbc_driver::carry_out(const std::string& sql, const tick& waiting)
     };
     line_.beside(carry, waiting);
     answered_ = steady_clock::now();
-}
-
-void odbc_driver::run_again(const ready_statement& text, std::span<const cell> fields)
-{
-    std::vector<bound_value> bound;
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        if (fields[i].is != cell::kind::number)
-            bound.emplace_back(std::string{fields[i].text});
-        else if (text.parameters[i].is_number())
-            bound.emplace_back(fields[i].number);
-        else
-            bound.emplace_back(std::to_string(fields[i].number));
-    }
-    carry_out(text.filled(bound));
 }
 
 void odbc_driver::direct(const std::string& sql)

@@ -49,7 +49,6 @@ public:
     {
         run_in_one_wait(line_, prepared_, all, waiting);
     }
-    void run_again(const ready_statement& text, std::span<const cell> fields) override;
     void direct(const std::string& sql) override;
     void load(std::string_view table, const std::vector<std::string_view>& columns,
               const std::function<bool(std::vector<cell>&)>& next) override;
@@ -94,17 +93,6 @@ qint64 postgresql_driver::run(const ready_statement& text, const std::vector<bou
                               row_sink* sink, bool large, const tick& waiting)
 {
     return run_in_one_wait(line_, prepared_, std::array{statement_run{&text, bound, sink, large}}, waiting);
-}
-
-void postgresql_driver::run_again(const ready_statement& text, std::span<const cell> given)
-{
-    std::vector<bound_value> bound;
-    for (const cell& field : given)
-        if (field.is == cell::kind::number)
-            bound.emplace_back(field.number);
-        else
-            bound.emplace_back(std::string{field.text});
-    run(text, bound, nullptr, false, patient);
 }
 
 void postgresql_driver::direct(const std::string& sql)
