@@ -31,7 +31,7 @@ bool open_patiently(connection& line, prompts& say)
                         : QStringLiteral("서버에 연결할 수 없습니다!\n인터넷에 연결되어 있는지 확인하고, "
                                          "잠시 후에 다시 시도하십시오!"),
                 refused ? QStringLiteral("로그인 에러") : QStringLiteral("서버연결 에러"), sign::critical};
-            what.details = failure.text();
+            what.details = failure.details();
             if (!say.ask(what, QStringLiteral("다시 시도"), QStringLiteral("끝내기"), answer::first))
                 return false;
         }

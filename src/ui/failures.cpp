@@ -48,8 +48,7 @@ void report(prompts& say, const db_failure& failure)
     message what{
         QStringLiteral("작업을 마치지 못했습니다.\n\n%1%2").arg(in_words(failure), state_of_save(failure)),
         QStringLiteral("오류 보고"), sign::critical};
-    what.details =
-        failure.statement().isEmpty() ? failure.text() : failure.text() + u'\n' + failure.statement();
+    what.details = failure.details();
     if (say.ask(what, QStringLiteral("프로그램 끝내기"), QStringLiteral("계속하기"), answer::second))
         QApplication::exit(1);
 }

@@ -188,7 +188,7 @@ void code_editor_dlg::tell_half_stored(const addition& made)
     c_.mirrors_behind.insert(of_.table);
     message what{state_of(made) + QStringLiteral("\n\n코드표를 서버와 맞춘 뒤에 다시 추가하십시오."),
                  QString::fromUtf8(of_.heading), sign::exclamation};
-    what.details = made.failure->text() + u'\n' + made.failure->statement();
+    what.details = made.failure->details();
     if (c_.say.ask(what, QStringLiteral("지금 맞추기"), QStringLiteral("나중에")))
         bring_mirror_up_to_date();
 }
