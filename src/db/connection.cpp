@@ -290,27 +290,6 @@ void close_at_break(driver& way, const std::function<void()>& act)
 
 } // namespace
 
-void repeated_write::operator()(std::span<const cell> fields)
-{
-    // An empty text or a null that meets a number column is 0 there, as in any statement.
-    fields_.assign(fields.begin(), fields.end());
-    for (std::size_t i = 0; i < fields_.size(); ++i) {
-        cell& field = fields_[i];
-        if (!text_->parameters[i].is_number()) {
-            if (field.is == cell::kind::null)
-                field = cell::of(std::string_view{});
-        } else if (field.is != cell::kind::number) {
-            field = cell::of(text_->number_of(text_->parameters[i], field.text));
-        }
-    }
-    try {
-        close_at_break(*way_, [&] { way_->run_again(*text_, fields_); });
-    } catch (db_failure& failure) {
-        failure.name(QString::fromStdString(text_->text));
-        throw;
-    }
-}
-
 void connection::direct(const std::string& text)
 {
     close_at_break(*way_, [&] { way_->direct(text); });

@@ -1,0 +1,31 @@
+#include "db/connection.h"
+#include "db/driver.h"
+
+namespace orvo {
+
+void repeated_write::operator()(std::span<const cell> fields)
+{
+    // An empty text or a null that meets a number column is 0 there, as in any statement.
+    fields_.assign(fields.begin(), fields.end());
+    for (std::size_t i = 0; i < fields_.size(); ++i) {
+        cell& field = fields_[i];
+        if (!text_->parameters[i].is_number()) {
+            if (field.is == cell::kind::null)
+                field = cell::of(std::string_view{});
+        } else if (field.is != cell::kind::number) {
+            field = cell::of(text_->number_of(text_->parameters[i], field.text));
+        }
+    }
+    try {
+        way_->run_again(*text_, fields_);
+    } catch (line_break& lost) {
+        way_->close(); // or the next statement would take an answer that is still to come for its own
+        lost.name(QString::fromStdString(text_->text));
+        throw;
+    } catch (db_failure& failure) {
+        failure.name(QString::fromStdString(text_->text));
+        throw;
+    }
+}
+
+} // namespace orvo
