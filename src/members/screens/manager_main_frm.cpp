@@ -86,6 +86,7 @@ manager_main_frm::manager_main_frm(client& c, desk& at, QWidget* over)
     dues_b_grd->setAccessibleName(QStringLiteral("회비 입금 내역"));
     com_grd->setAccessibleName(QStringLiteral("근무처현황"));
     contract_grd->setAccessibleName(QStringLiteral("약정 입금 내역"));
+    con_txt->setAccessibleDescription(QStringLiteral("약정현황")); // its name is what it says
     arrange();
     attach();
     show_member_page(1);
