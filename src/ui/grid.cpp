@@ -73,7 +73,7 @@ void grid::fill(std::vector<grid_row> filled)
     // An order that outlived its rows would mislead: the newest row is looked for where it always was.
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     model_->fill(std::move(filled));
-    called_for_ = -1;
+    calls_.forget();
 }
 
 int grid::filled_rows() const
@@ -104,38 +104,22 @@ QVariant grid::key(int at) const
 
 void grid::on_row(std::function<void(int)> chosen)
 {
-    chosen_ = std::move(chosen);
+    calls_.set(std::move(chosen));
     setSelectionMode(QAbstractItemView::SingleSelection);
-    connect(this, &QTableView::clicked, this, [this](const QModelIndex& at) { call_for(at.row()); });
-}
-
-void grid::call_for(int row)
-{
-    if (!selectionModel()->isRowSelected(row)) // a click with Ctrl takes the choice away
-        selectRow(row);
-    called_for_ = row;
-    chosen_(row);
-}
-
-/// The right button and a drag move the choice without a click.
-void grid::call_for_a_move()
-{
-    const int row = chosen_row();
-    if (chosen_ && row >= 0 && row != called_for_)
-        call_for(row);
+    connect(this, &QTableView::clicked, this, [this](const QModelIndex& at) { calls_.call_for(at.row()); });
 }
 
 void grid::mousePressEvent(QMouseEvent* event)
 {
     QTableView::mousePressEvent(event);
     if (event->button() != Qt::LeftButton)
-        call_for_a_move();
+        calls_.call_for_a_move(chosen_row());
 }
 
 void grid::mouseReleaseEvent(QMouseEvent* event)
 {
     QTableView::mouseReleaseEvent(event);
-    call_for_a_move();
+    calls_.call_for_a_move(chosen_row());
 }
 
 void grid::on_pick(std::function<void(int)> picked)
@@ -215,8 +199,8 @@ void grid::keyPressEvent(QKeyEvent* event)
     else
         QTableView::keyPressEvent(event);
     const int now = chosen_row();
-    if (chosen_ && now >= 0 && (now != before || is_enter))
-        call_for(now);
+    if (calls_ && now >= 0 && (now != before || is_enter))
+        calls_.call_for(now);
     if (picked_ && now >= 0 && is_enter)
         picked_(now);
 }

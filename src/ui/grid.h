@@ -2,6 +2,7 @@
 
 #include "files/text_table.h"
 #include "ui/grid_model.h"
+#include "ui/row_calls.h"
 
 #include <QString>
 #include <QTableView>
@@ -61,13 +62,10 @@ private:
     grid_model* model_;
     client& c_;
     QString empty_text_;
-    std::function<void(int)> chosen_;
+    row_calls calls_{*this};
     std::function<void(int)> picked_;
-    int called_for_ = -1;
 
     bool has_ticks() const;
-    void call_for(int row);
-    void call_for_a_move();
     void flip_chosen();
     void copy_chosen() const;
     void restore_widths(const std::vector<grid_column>& columns);

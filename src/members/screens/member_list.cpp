@@ -52,7 +52,7 @@ member_list::member_list(const QString& name, client& c) : c_{c}
 void member_list::fill(const std::vector<listed_member>& members)
 {
     clear();
-    called_for_ = -1;
+    calls_.forget();
     for (const listed_member& each : members) {
         auto* line = new QListWidgetItem{each.pers_name, this};
         line->setData(pers_no_role, each.pers_no);
@@ -75,37 +75,21 @@ int member_list::row_of(const QString& pers_no) const
 
 void member_list::on_row(std::function<void(int)> chosen)
 {
-    chosen_ = std::move(chosen);
-    connect(this, &QListWidget::itemClicked, this, [this] { call_for(currentRow()); });
-}
-
-void member_list::call_for(int row)
-{
-    if (chosen_row() < 0) // a click with Ctrl takes the choice away
-        setCurrentRow(row);
-    called_for_ = row;
-    chosen_(row);
-}
-
-/// The right button and a drag move the choice without a click.
-void member_list::call_for_a_move()
-{
-    const int row = chosen_row();
-    if (row >= 0 && row != called_for_)
-        call_for(row);
+    calls_.set(std::move(chosen));
+    connect(this, &QListWidget::itemClicked, this, [this] { calls_.call_for(currentRow()); });
 }
 
 void member_list::mousePressEvent(QMouseEvent* event)
 {
     QListWidget::mousePressEvent(event);
     if (event->button() != Qt::LeftButton)
-        call_for_a_move();
+        calls_.call_for_a_move(chosen_row());
 }
 
 void member_list::mouseReleaseEvent(QMouseEvent* event)
 {
     QListWidget::mouseReleaseEvent(event);
-    call_for_a_move();
+    calls_.call_for_a_move(chosen_row());
 }
 
 void member_list::keyPressEvent(QKeyEvent* event)
@@ -121,7 +105,7 @@ void member_list::keyPressEvent(QKeyEvent* event)
     const bool is_enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const int now = chosen_row();
     if (now >= 0 && (now != before || is_enter))
-        call_for(now);
+        calls_.call_for(now);
 }
 
 text_table member_list::as_table() const

@@ -2,10 +2,9 @@
 
 #include "files/text_table.h"
 #include "members/rules/member_pages.h"
+#include "ui/row_calls.h"
 
 #include <QListWidget>
-
-#include <functional>
 
 namespace orvo {
 
@@ -36,11 +35,8 @@ protected:
 
 private:
     client& c_;
-    std::function<void(int)> chosen_;
-    int called_for_ = -1;
+    row_calls calls_{*this};
 
-    void call_for(int row);
-    void call_for_a_move();
     text_table as_table() const;
 };
 
