@@ -88,13 +88,10 @@ new_member typed_for(const member_year& whose)
 
 std::function<void()> registration(client& c, const member_year& whose)
 {
-    return [&db = c.db_conn, typed = typed_for(whose)] {
-        if (is_registered(db, typed.member.pers_no()))
+    return [&c, typed = typed_for(whose)] {
+        if (is_registered(c.db_conn, typed.member.pers_no()))
             qFatal("bench_saves: the number is taken");
-        save_steps save{db};
-        store_member(save, typed, today);
-        store_pledge(save, typed, today);
-        store_workplace(save, typed, today);
+        c.begin(register_member(typed, today)).carry_out();
     };
 }
 
@@ -102,18 +99,17 @@ std::function<void()> payment_of(client& c, const member_year& whose)
 {
     const dues_year year{QString::fromStdString(whose.pers_no), QString::fromStdString(whose.val_year)};
     const payment paid{today, {}, QStringLiteral("20000"), QStringLiteral("3")};
-    return [&db = c.db_conn, year, code = QString::fromStdString(whose.code_member), paid] {
-        save_steps save{db};
-        add_payment(save, year, code, paid, today);
+    return [&c, year, code = QString::fromStdString(whose.code_member), paid] {
+        c.begin(add_payment(year, code, paid, today, {})).carry_out();
     };
 }
 
 std::function<void()> change(client& c, const member_year& whose)
 {
     return [&c, member = typed_for(whose).member, pers_no = QString::fromStdString(whose.pers_no)] {
-        save_steps save{c.db_conn};
-        update_member(save, c.local_conn, pers_no, edited_columns(member, today), QStringLiteral("gilsun"),
-                      QStringLiteral("5678"));
+        c.begin(change_member(pers_no, edited_columns(member, today), QStringLiteral("gilsun"),
+                              QStringLiteral("5678"), {}))
+            .carry_out();
     };
 }
 

@@ -4,8 +4,9 @@
 # acts, how often each waits for the server, and the time. Builds what it needs and starts a PostgreSQL of its own.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-scripts/build.sh build -- waits_test
+scripts/build.sh build -- waits_test broken_saves_test
 echo "| what | waits | time |"
 echo "|---|---|---|"
-ORVO_LINE_DELAY=${1:-50} QT_QPA_PLATFORM=offscreen scripts/with_postgresql.sh \
-    build/tests/bin/waits_test/waits_test -silent 2>/dev/null | grep '^|'
+export ORVO_LINE_DELAY=${1:-50} QT_QPA_PLATFORM=offscreen
+scripts/with_postgresql.sh bash -c 'build/tests/bin/waits_test/waits_test -silent
+    build/tests/bin/broken_saves_test/broken_saves_test -silent costs_its_waits' 2>/dev/null | grep '^|'

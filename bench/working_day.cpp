@@ -31,9 +31,9 @@ void print(const QStringList& fields)
 }
 
 /// What became of a step of the save that was left by that failure.
-QString outcome_of(const QString& step, const save_steps& save, const std::optional<db_failure>& left)
+QString outcome_of(const QString& step, const save& pressed, const std::optional<db_failure>& left)
 {
-    if (save.stored().contains(step))
+    if (pressed.stored().contains(step))
         return QStringLiteral("stored");
     const bool in_doubt = left && left->kind() == failure_kind::outcome_unknown && left->missing() == step;
     return in_doubt ? unknown : QStringLiteral("failed");
@@ -167,7 +167,7 @@ std::optional<working_day::opened_member> working_day::open_member(const QString
 
 /// What the save ended by; nothing where it came to its end. Given up half way it is pressed again, or left
 /// alone, as it happens; one in doubt is never pressed again.
-std::optional<db_failure> working_day::press(save_steps& save, const char* what,
+std::optional<db_failure> working_day::press(save& pressed, const char* what,
                                              const std::function<void()>& store)
 {
     std::optional<db_failure> left;
@@ -181,7 +181,7 @@ std::optional<db_failure> working_day::press(save_steps& save, const char* what,
                 tell_of(failure);
                 left = failure;
                 ++broken_;
-                if (save.is_in_doubt() || one_of(2) == 0)
+                if (pressed.is_in_doubt() || one_of(2) == 0)
                     return;
                 std::this_thread::sleep_for(between_tries);
             }
@@ -201,10 +201,10 @@ std::vector<panel_row> working_day::look_at_payments(const dues_year& year)
     }
 }
 
-void working_day::tell_of_payment(const save_steps& save, const std::optional<db_failure>& left,
+void working_day::tell_of_payment(const save& pressed, const std::optional<db_failure>& left,
                                   const dues_year& year, qint64 amount)
 {
-    const QString outcome = outcome_of(step_of_payment, save, left);
+    const QString outcome = outcome_of(step_of_payment, pressed, left);
     const QString whole = QString::number(amount);
     print({QStringLiteral("payment"), year.pers_no, year.val_year, whole, outcome, flag(!left)});
     if (outcome != unknown)
@@ -221,9 +221,9 @@ void working_day::pay(const opened_member& member)
     const dues_year year{member.pers_no, member.val_year};
     const qint64 amount = least_amount + ++serial_;
     const payment paid{c_.today(), {}, QString::number(amount), QStringLiteral("3")};
-    save_steps save{c_.db_conn};
-    const auto left = press(save, "payment", [&] {
-        add_payment(save, year, member.code_member, paid, c_.today());
+    save payment_save = c_.begin(add_payment(year, member.code_member, paid, c_.today(), {}));
+    const auto left = press(payment_save, "payment", [&] {
+        payment_save.carry_out();
         try { // the panels, before the dialog is gone; on their own, since the payment is stored
             dues_years(c_.db_conn, year.pers_no);
             dues_lines(c_.db_conn, year.pers_no, year.val_year);
@@ -231,7 +231,7 @@ void working_day::pay(const opened_member& member)
             tell_of(failure);
         }
     });
-    tell_of_payment(save, left, year, amount);
+    tell_of_payment(payment_save, left, year, amount);
 }
 
 void working_day::change(const opened_member& member)
@@ -242,15 +242,15 @@ void working_day::change(const opened_member& member)
     typed.pers_name = member.pers_name;
     typed.pers_add = QStringLiteral("서울 강남구 역삼동 %1-%2").arg(how_.number).arg(++serial_);
     const auto columns = edited_columns(typed, c_.today());
-    save_steps save{c_.db_conn};
-    const auto left = press(save, "change", [&] {
+    save edit = c_.begin(change_member(member.pers_no, columns, member.id, member.passwd, {}));
+    const auto left = press(edit, "change", [&] {
         const auto on_server = ask(c_.db_conn, row_on_server(member.pers_no));
         const auto shown = read_member(c_.local_conn, member.pers_no);
         newer_values(on_server->front(), shown->front(), columns);
-        update_member(save, c_.local_conn, member.pers_no, columns, member.id, member.passwd);
+        edit.carry_out();
     });
     print({QStringLiteral("change"), member.pers_no, QString::number(serial_), typed.pers_add,
-           outcome_of(QStringLiteral("회원 정보"), save, left)});
+           outcome_of(QStringLiteral("회원 정보"), edit, left)});
 }
 
 void working_day::register_another()
@@ -263,15 +263,13 @@ void working_day::register_another()
                                 .arg(serial_, 4, 10, QLatin1Char('0'));
     typed.agree_pay = QString::number(amount);
     const QString pers_no = typed.member.pers_no();
-    save_steps save{c_.db_conn};
-    const auto left = press(save, "registration", [&] {
-        if (save.stored().isEmpty() && is_registered(c_.db_conn, pers_no))
+    save registration = c_.begin(register_member(typed, c_.today()));
+    const auto left = press(registration, "registration", [&] {
+        if (!registration.is_begun() && is_registered(c_.db_conn, pers_no))
             throw db_failure{failure_kind::duplicate, QStringLiteral("a new member is there already")};
-        store_member(save, typed, c_.today());
-        store_pledge(save, typed, c_.today());
-        store_workplace(save, typed, c_.today());
+        registration.carry_out();
     });
-    tell_of_payment(save, left, {pers_no, c_.today().left(4)}, amount);
+    tell_of_payment(registration, left, {pers_no, c_.today().left(4)}, amount);
     print({QStringLiteral("member"), pers_no, left ? QStringLiteral("broken") : QStringLiteral("stored")});
     if (!left)
         members_.append(pers_no);

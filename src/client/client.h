@@ -2,6 +2,7 @@
 
 #include "client/program_folder.h"
 #include "client/prompts.h"
+#include "client/save_log.h"
 #include "client/session.h"
 #include "db/open.h"
 
@@ -30,6 +31,20 @@ public:
     connection local_conn; ///< the workstation's file `orvo.mdb`
     connection db_conn;    ///< the register
     connection mail_conn;  ///< the queue of outgoing mail
+
+    /// The notes of this workstation's saves.
+    save_log saves;
+    /// A save of the operator who works here, not begun yet.
+    save begin(planned_save what);
+    /// The operator's own save of one of these acts that broke for that member; nothing where there is none.
+    /// Head office takes up those of others too.
+    std::optional<save> broken_save_of(const QString& pers_no, std::initializer_list<const save_act*> acts);
+    /// What a save of that member left unfinished is overtaken by one that came to its end under the same number.
+    void give_up_saves_behind(const QString& pers_no, const save_act& act);
+    /// A noted save of one of these acts, to be finished; nothing where it is none of them.
+    std::optional<save> take_up(const save_note& note, std::span<const save_act* const> acts);
+    /// Whether it is for this operator to finish.
+    bool may_finish(const save_note& note) const;
 
     /// Code tables of which the workstation's copy and the server are known to differ: before one of them
     /// gets another row, it is brought in line.

@@ -15,13 +15,17 @@ values::value::value(std::string_view of_slot, const char* given) : slot{of_slot
 
 values::value::value(std::string_view of_slot, qint64 number) : slot{of_slot}, text{std::to_string(number)} {}
 
+const std::string* values::find(std::string_view slot) const
+{
+    const auto found = std::ranges::find(values_, slot, &value::slot);
+    return found == values_.end() ? nullptr : &found->text;
+}
+
 const std::string& values::of(std::string_view slot) const
 {
-    const auto found =
-        std::find_if(values_.begin(), values_.end(), [slot](const value& each) { return each.slot == slot; });
-    if (found == values_.end())
-        throw std::logic_error{"no value for slot " + std::string{slot}};
-    return found->text;
+    if (const std::string* text = find(slot))
+        return *text;
+    throw std::logic_error{"no value for slot " + std::string{slot}};
 }
 
 } // namespace orvo

@@ -27,10 +27,15 @@ public:
     values(std::initializer_list<value> given) : values_{given} {}
 
     void add(value one) { values_.push_back(std::move(one)); }
+    void add(const values& more) { values_.insert(values_.end(), more.values_.begin(), more.values_.end()); }
 
     /// The text for a slot. Throws std::logic_error where none was given: the caller's mistake, never the
     /// operator's.
     const std::string& of(std::string_view slot) const;
+    /// Null where none was given.
+    const std::string* find(std::string_view slot) const;
+    auto begin() const { return values_.begin(); }
+    auto end() const { return values_.end(); }
 
 private:
     std::vector<value> values_;

@@ -14,13 +14,14 @@ struct column_value {
 };
 
 /// "insert into person_m_tbl(pers_no,...) values ('{pers_no}',...)": the columns in their order, each slot
-/// named as its column.
-std::string insert_text(std::string_view table, std::span<const column_value> columns);
+/// named as its column, behind a prefix where one statement's slots are to be told from another's.
+std::string insert_text(std::string_view table, std::span<const column_value> columns,
+                        std::string_view prefix = {});
 
 /// "update person_m_tbl set pers_no='{pers_no}',...": without its condition.
 std::string update_text(std::string_view table, std::span<const column_value> columns);
 
 /// What the slots of such a text take.
-values slot_values(std::span<const column_value> columns);
+values slot_values(std::span<const column_value> columns, std::string_view prefix = {});
 
 } // namespace orvo

@@ -45,6 +45,7 @@ const std::vector<command>& commands()
 {
     static const std::vector<command> all{
         dialog_of("m_login", "로그인", "m_log", "login_dlg"),
+        dialog_of("m_unfinished", "마치지 못한 저장", "m_log", "unfinished_saves_dlg"),
         screen_of("m_edu_in", "교육내용 입력", "m_operation", "edu_frm"),
         dialog_of("m_lic", "자격증관리", "m_operation", "lic_ud_dlg"),
         dialog_of("m_SupCreate", "위생 교육 대상 생성", "m_operation", "frmSupCreate"),

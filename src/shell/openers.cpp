@@ -15,6 +15,7 @@
 #include "reference/screens/code_editors.h"
 #include "reference/screens/zip_dlg.h"
 #include "shell/login_dlg.h"
+#include "shell/unfinished_saves_dlg.h"
 
 namespace orvo {
 
@@ -39,6 +40,9 @@ openers all_openers()
     };
     all.dialogs[QStringLiteral("login_dlg")] = [](client& c, desk&, QWidget* over) {
         login_dlg{c, over}.exec();
+    };
+    all.dialogs[QStringLiteral("unfinished_saves_dlg")] = [](client& c, desk&, QWidget* over) {
+        unfinished_saves_dlg{c, over}.exec();
     };
     all.dialogs[QStringLiteral("search_dlg")] = run_dialog<search_dlg>;
     all.dialogs[QStringLiteral("mem_in_dlg")] = run_dialog<mem_in_dlg>;

@@ -3,6 +3,7 @@
 #include "client/client.h"
 #include "client/configuration.h"
 #include "shell/main_frm.h"
+#include "shell/unfinished_saves_dlg.h"
 #include "ui/failures.h"
 #include "ui/patience.h"
 #include "ui/window_prompts.h"
@@ -86,6 +87,10 @@ bool program::start(const QStringList& arguments, const start_steps& steps)
     try {
         client_ = std::make_unique<client>(folder, read_server_address(folder), *say_);
         client_->watch_lines(patience_.get());
+        client_->saves.tidy(client_->now().date());
+        client_->saves.on_failure = [this](const QString& why) {
+            say_->note(QStringLiteral("저장을 기록하지 못했습니다. 저장은 그대로 됩니다. (%1)").arg(why));
+        };
         say_->mend = [this] { return mend_local_file(); };
         if (!folder.is_writable)
             say_->tell(
@@ -100,7 +105,11 @@ bool program::start(const QStringList& arguments, const start_steps& steps)
     }
     window_ = std::make_unique<main_frm>(*client_, all_openers());
     say_->show_note = [this](const QString& text) { window_->statusBar()->showMessage(text, 10000); };
-    return window_->log_in_and_start();
+    if (!window_->log_in_and_start())
+        return false;
+    failures::guard(*say_, failures::policy::report,
+                    [this] { offer_unfinished_saves(*client_, window_.get()); });
+    return true;
 }
 
 bool program::offer_new_local_file()

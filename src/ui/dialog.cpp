@@ -60,16 +60,6 @@ void dialog::keyPressEvent(QKeyEvent* event)
     QDialog::keyPressEvent(event);
 }
 
-bool dialog::may_go_on(const save_steps& save)
-{
-    return !save.is_in_doubt() ||
-           c_.say.ask(
-               {QStringLiteral("앞서 보낸 저장 요청이 처리되었는지 알 수 없습니다. 다시 저장하면 두 번 "
-                               "저장될 수 있습니다.\n\n저장되지 않은 것을 확인하셨습니까?"),
-                QStringLiteral("확인"), sign::exclamation},
-               QStringLiteral("다시 저장"), QStringLiteral("그만두기"), answer::second);
-}
-
 void dialog::refuse(const message& why, QWidget* field)
 {
     c_.say.tell(why);

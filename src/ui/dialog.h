@@ -1,7 +1,6 @@
 #pragma once
 
 #include "client/client.h"
-#include "db/save_steps.h"
 #include "ui/failures.h"
 #include "ui/form.h"
 
@@ -31,8 +30,6 @@ protected:
     void keep_enter(QWidget* field) { field->installEventFilter(this); }
     /// Shows the refusal and leads to the field that it is about.
     void refuse(const message& why, QWidget* field);
-    /// Whether a save that broke may go on: one with a step in doubt only where the operator has looked.
-    bool may_go_on(const save_steps& save);
 
 private:
     bool enter_is_kept_ =

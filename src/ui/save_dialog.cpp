@@ -17,7 +17,7 @@ constexpr int least_width = 340; // pixels
 save_dialog::save_dialog(const QString& name, client& c, desk& at, QWidget* over, failures::policy how,
                          deed what)
     : dialog{name, c, over}, desk_{at}, how_{how}, what_{what}, whose_{new QLabel}, fields_{new QWidget},
-      hint_{new QLabel}
+      hint_{new QLabel}, save_{c}
 {
     const bool saves = what == deed::saving;
     Image1 = saves ? primary_button(QStringLiteral("Image1"), QStringLiteral("확인(&O)"), "save")
@@ -76,14 +76,9 @@ void save_dialog::close_to_saving(const QString& why)
 
 void save_dialog::press_ok()
 {
-    const bool goes_on = is_begun();
-    if (!goes_on && !passes_checks())
+    if (!save_.is_under_way() && !passes_checks())
         return;
-    if (save_ && !has_looked())
-        return;
-    if (!goes_on)
-        save_.emplace(c_.db_conn);
-    if (!failures::guard(c_.say, how_, [this] { store(*save_); }))
+    if (!save_.press(how_, [this] { return plan(); }))
         return hold_what_is_stored();
     accept();
     refresh_panels();
@@ -93,7 +88,7 @@ void save_dialog::press_ok()
 void save_dialog::reject()
 {
     dialog::reject();
-    if (save_)
+    if (save_.was_tried())
         refresh_panels();
 }
 
@@ -104,20 +99,12 @@ void save_dialog::refresh_panels()
         failures::guard(c_.say, failures::policy::report, [this, panels] { refresh(*panels); });
 }
 
-bool save_dialog::has_looked()
-{
-    if (save_->is_in_doubt())
-        refresh_panels(); // which stand behind this dialog and tell whether it was stored
-    return may_go_on(*save_);
-}
-
 /// What is stored can no longer be typed otherwise: it would look as if the next press stored that.
 void save_dialog::hold_what_is_stored()
 {
-    if (!is_begun())
+    if (!save_.is_under_way())
         return;
-    hint(QStringLiteral("저장하다가 중단되었습니다. 저장된 것: %1. 다시 누르면 나머지를 이어서 저장합니다.")
-             .arg(save_->stored().join(QStringLiteral(", "))));
+    hint(save_.state());
     fields_->setEnabled(false);
     Image1->setFocus(Qt::OtherFocusReason);
 }

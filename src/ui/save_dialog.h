@@ -1,10 +1,8 @@
 #pragma once
 
-#include "db/save_steps.h"
 #include "ui/desk.h"
 #include "ui/dialog.h"
-
-#include <optional>
+#include "ui/held_save.h"
 
 class QLabel;
 
@@ -38,8 +36,8 @@ protected:
 
     /// Asks for what is missing before anything is stored.
     virtual bool passes_checks() { return true; }
-    /// All steps of the save, from the first: those that are stored already are skipped.
-    virtual void store(save_steps& save) = 0;
+    /// What the press stores.
+    virtual planned_save plan() = 0;
     /// Shows in the console what the save has changed.
     virtual void refresh(member_panels& panels) = 0;
     void reject() override;
@@ -51,12 +49,10 @@ private:
     QLabel* whose_;
     QWidget* fields_;
     QLabel* hint_;
-    std::optional<save_steps> save_;
+    held_save save_;
 
-    bool is_begun() const { return save_ && !save_->stored().isEmpty(); }
     void press_ok();
     void refresh_panels();
-    bool has_looked();
     void hold_what_is_stored();
 };
 

@@ -111,7 +111,7 @@ private Q_SLOTS:
         const test_register its_register{kind};
         connection db = its_register.connect();
         fill(db);
-        for (const question& each : questions) {
+        for (const auto& each : questions) {
             QStringList found;
             for (const auto row : db.read(each.text, {{"v", each.value}}))
                 found.append(row.text(each.column));

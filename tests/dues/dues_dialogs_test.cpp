@@ -149,8 +149,8 @@ private Q_SLOTS:
     void a_broken_save_goes_on_without_a_second_payment()
     {
         at_console at;
-        at.db.direct("alter table dues_b_tbl rename to away");
         at.open("dues_in");
+        at.db.direct("alter table dues_b_tbl rename to away");
         QCOMPARE(at.press("DE+EE"), "@str_txt");
         QCOMPARE(at.say.take_notes(), QStringList{"오류가 발생하여 저장하지 않았습니다."});
         at.db.direct("alter table away rename to dues_b_tbl");

@@ -42,7 +42,7 @@ struct at {
 
     running_client on{engine::sqlserver};
     connection &db = on.c.db_conn, &local = on.c.local_conn;
-    save_steps save{db};
+    void store(planned_save what) { save{std::move(what), db, local}.carry_out(); }
 };
 
 const std::pair<const char*, std::function<void(at&)>> acts[] = {
@@ -52,23 +52,23 @@ const std::pair<const char*, std::function<void(at&)>> acts[] = {
     {"places of payment", [](at& a) { ask(a.db, receipt_places()); }},
     {"payment", [](at& a) { ask(a.db, payment_of(kim, "1")); }},
     {"console before mem_in_dlg", [](at& a) { has_header_of_year(a.db, kim, "2026"); }},
-    {"mem_in_dlg", [](at& a) { add_year(a.save, opened, "30", "70000", today); }},
-    {"mem_in_dlg, no kind", [](at& a) { add_year(a.save, opened, "", "70000", today); }},
-    {"mem_ud_dlg", [](at& a) { change_year(a.save, year, "30", "70000", today); }},
-    {"mem_ud_dlg, paid back", [](at& a) { change_year(a.save, refunded, "30", "70000", today); }},
-    {"mem_del_dlg", [](at& a) { delete_year(a.save, dues_year(kim, "평생회원")); }},
-    {"dues_in_dlg, head office", [](at& a) { add_payment(a.save, year, "20", to_head, today); }},
-    {"dues_in_dlg, branch", [](at& a) { add_payment(a.save, year, "20", to_branch, today); }},
-    {"dues_in_dlg, no year", [](at& a) { add_payment(a.save, no_year, "", to_head, today); }},
-    {"dues_ud_dlg", [](at& a) { change_payment(a.save, year, "1", too_much, today); }},
-    {"dues_ud_dlg, no place", [](at& a) { change_payment(a.save, year, "1", nowhere, today); }},
-    {"dues_del_dlg", [](at& a) { delete_payment(a.save, year, "1"); }},
+    {"mem_in_dlg", [](at& a) { a.store(add_year(opened, "30", "70000", today)); }},
+    {"mem_in_dlg, no kind", [](at& a) { a.store(add_year(opened, "", "70000", today)); }},
+    {"mem_ud_dlg", [](at& a) { a.store(change_year(year, "30", "70000", today, {})); }},
+    {"mem_ud_dlg, paid back", [](at& a) { a.store(change_year(refunded, "30", "70000", today, {})); }},
+    {"mem_del_dlg", [](at& a) { a.store(delete_year(dues_year(kim, "평생회원"))); }},
+    {"dues_in_dlg, head office", [](at& a) { a.store(add_payment(year, "20", to_head, today, {})); }},
+    {"dues_in_dlg, branch", [](at& a) { a.store(add_payment(year, "20", to_branch, today, {})); }},
+    {"dues_in_dlg, no year", [](at& a) { a.store(add_payment(no_year, "", to_head, today, {})); }},
+    {"dues_ud_dlg", [](at& a) { a.store(change_payment(year, "1", too_much, today, {})); }},
+    {"dues_ud_dlg, no place", [](at& a) { a.store(change_payment(year, "1", nowhere, today, {})); }},
+    {"dues_del_dlg", [](at& a) { a.store(delete_payment(year, "1")); }},
     {"pledge", [](at& a) { ask(a.db, pledge_of(kim)); }},
-    {"con_in_dlg, the pledge", [](at& a) { add_pledge(a.save, lee, "1000000", today); }},
-    {"con_in_dlg, an instalment", [](at& a) { add_instalment(a.save, kim, "20260301", paid); }},
+    {"con_in_dlg, the pledge", [](at& a) { a.store(add_pledge(lee, "1000000", today)); }},
+    {"con_in_dlg, an instalment", [](at& a) { a.store(add_instalment(kim, "20260301", paid, {})); }},
     {"instalments of a day", [](at& a) { ask(a.db, instalments_of_day(chosen)); }},
-    {"con_ud_dlg", [](at& a) { change_instalment(a.save, chosen, paid, "1"); }},
-    {"con_del_dlg", [](at& a) { delete_instalment(a.save, chosen); }},
+    {"con_ud_dlg", [](at& a) { a.store(change_instalment(chosen, paid, "1", {})); }},
+    {"con_del_dlg", [](at& a) { a.store(delete_instalment(chosen)); }},
     {"dues_search_dlg, head office", [](at& a) { copy_members(a.db, a.local, settled); }},
     {"dues_search_dlg, branch", [](at& a) { copy_members(a.db, a.local, open); }},
     {"kinds in pers_receipt_dlg", [](at& a) { receipt_member_kinds(a.db); }},

@@ -42,7 +42,7 @@ const new_member money_given_back(bare_member, "20", "50000", "-1000", "", today
 struct at_work {
     running_client on{engine::sqlserver};
     connection& db = on.c.db_conn;
-    save_steps save{db};
+    void store(planned_save what) { save{std::move(what), db, on.c.local_conn}.carry_out(); }
     void search(const char* session_branch)
     {
         const char* keys[] = {"김'영", "9001011", "제12", "한빛'초", "o'neil_@"}; // as the list has the items
@@ -53,23 +53,18 @@ struct at_work {
     {
         open_records(db, number);
     }
-    /// As the form does: a pledge and a workplace that were not filled in are not sent.
     void add(const new_member& typed)
     {
         is_registered(db, typed.member.pers_no());
-        store_member(save, typed, today);
-        if (!typed.dues_in.isEmpty())
-            store_pledge(save, typed, today);
-        if (!typed.workplace.company_name.isEmpty())
-            store_workplace(save, typed, today);
+        store(register_member(typed, today));
     }
     void change(const QString& old, const member_data& typed, const char* id, const char* passwd)
     {
-        update_member(save, on.c.local_conn, old, edited_columns(typed, today), id, passwd);
+        store(change_member(old, edited_columns(typed, today), id, passwd, {}));
     }
     void change(const workplace_data& typed)
     {
-        change_workplace(save, number, "1", workplace_columns(number, typed, today));
+        store(change_workplace(number, "1", workplace_columns(number, typed, today), {}));
     }
 };
 
@@ -86,15 +81,15 @@ const std::pair<const char*, void (*)(at_work&)> acts[] = {
     {"money given back", [](auto& at) { at.add(money_given_back); }},
     {"number changed", [](auto& at) { at.change("9001021234562", full_member, "영희's", ""); }},
     {"member changed", [](auto& at) { at.change("0001014234560", bare_member, "", "o'ne"); }},
-    {"member deleted", [](auto& at) { delete_member(at.save, number); }},
+    {"member deleted", [](auto& at) { at.store(delete_member(number, {})); }},
     {"workplaces searched", [](auto& at) { find_workplaces(at.db, "한빛'초"); }},
     {"workplace copied", [](auto& at) { read_workplace(at.db, "1"); }},
-    {"primary workplace added", [](auto& at) { add_workplace(at.save, number, full_place, today); }},
-    {"former workplace added", [](auto& at) { add_workplace(at.save, number, former_place, today); }},
+    {"primary workplace added", [](auto& at) { at.store(add_workplace(number, full_place, today, {})); }},
+    {"former workplace added", [](auto& at) { at.store(add_workplace(number, former_place, today, {})); }},
     {"workplace opened", [](auto& at) { read_workplace_of(at.db, number, "1"); }},
     {"workplace made primary", [](auto& at) { at.change(full_place); }},
     {"workplace made a former one", [](auto& at) { at.change(former_place); }},
-    {"workplace deleted", [](auto& at) { delete_workplace(at.save, number, "1"); }},
+    {"workplace deleted", [](auto& at) { at.store(delete_workplace(number, "1")); }},
 };
 
 } // namespace

@@ -235,14 +235,12 @@ private Q_SLOTS:
         a_member{other_number}.store_in(at.on.c.db_conn);
         at.on.c.db_conn.write("update person_m_tbl set pers_name='먼저' where pers_no='{other}'",
                               {{"other", other_number}});
-        save_steps save{at.on.c.db_conn};
         member_data typed;
         typed.pers_no1 = other_number.left(6);
         typed.pers_no2 = other_number.right(7);
-        QVERIFY_EXCEPTION_THROWN(
-            update_member(save, at.on.c.local_conn, number, edited_columns(typed, "20261122"), {}, {}),
-            db_failure);
-        QVERIFY(save.stored().isEmpty());
+        save edit = at.on.c.begin(change_member(number, edited_columns(typed, "20261122"), {}, {}, {}));
+        QVERIFY_EXCEPTION_THROWN(edit.carry_out(), db_failure);
+        QVERIFY(!edit.is_begun() && at.on.c.saves.unfinished().empty());
         QCOMPARE(at.stored("person_m_tbl order by pers_no", "pers_name"), "김영희 먼저");
         QCOMPARE(at.stored("dues_h_tbl", "pers_no"), number);
     }

@@ -14,12 +14,7 @@ namespace {
 
 void store(connection& db, const new_member& typed)
 {
-    save_steps save{db};
-    store_member(save, typed, QStringLiteral("20261122"));
-    if (!typed.dues_in.isEmpty())
-        store_pledge(save, typed, QStringLiteral("20261122"));
-    if (!typed.workplace.company_name.isEmpty())
-        store_workplace(save, typed, QStringLiteral("20261122"));
+    save{register_member(typed, QStringLiteral("20261122")), db, db}.carry_out();
 }
 
 /// One row of a table as "column=value", by columns.

@@ -92,7 +92,8 @@ bool con_in_dlg::passes_checks()
     if (!takes(fields_))
         return false;
     const bool was_pledged = pledge_.has_value();
-    pledge_ = ask(c_.db_conn, pledge_of(selected_pers_no_));
+    std::tie(pledge_, known_ids_) =
+        ask_together(c_.db_conn, pledge_of(selected_pers_no_), instalment_ids_of(selected_pers_no_));
     show_pledge();
     if (pledge_.has_value() == was_pledged)
         return true;
@@ -104,14 +105,14 @@ bool con_in_dlg::passes_checks()
     return false;
 }
 
-void con_in_dlg::store(save_steps& save)
+planned_save con_in_dlg::plan()
 {
     const instalment paid = fields_.read();
     if (!pledge_)
-        add_pledge(save, selected_pers_no_, paid.con_money, c_.today());
-    else // the console may have shown the member before there was a pledge
-        add_instalment(save, selected_pers_no_, cur_con_day_.isEmpty() ? pledge_->con_day : cur_con_day_,
-                       paid);
+        return add_pledge(selected_pers_no_, paid.con_money, c_.today());
+    // The console may have shown the member before there was a pledge.
+    return add_instalment(selected_pers_no_, cur_con_day_.isEmpty() ? pledge_->con_day : cur_con_day_, paid,
+                          known_ids_);
 }
 
 con_ud_dlg::con_ud_dlg(client& c, desk& at, QWidget* over)
@@ -148,6 +149,7 @@ void con_ud_dlg::show_instalment()
     const instalment* chosen = chosen_among(of_day, chosen_);
     if (!chosen)
         return close_to_saving(is_gone);
+    con_money_before_ = chosen->con_money;
     fields_.show(of_day.front());
     if (chosen != &of_day.front())
         hint(QStringLiteral(
@@ -156,9 +158,9 @@ void con_ud_dlg::show_instalment()
                  .arg(with_separators(chosen->con_money.toLongLong())));
 }
 
-void con_ud_dlg::store(save_steps& save)
+planned_save con_ud_dlg::plan()
 {
-    change_instalment(save, chosen_, fields_.read(), give_up_cbb->code());
+    return change_instalment(chosen_, fields_.read(), give_up_cbb->code(), con_money_before_);
 }
 
 con_del_dlg::con_del_dlg(client& c, desk& at, QWidget* over)
@@ -182,9 +184,9 @@ QString con_del_dlg::what_goes()
         .arg(with_hyphens(chosen->con_date), with_separators(chosen->con_money.toLongLong()));
 }
 
-void con_del_dlg::store(save_steps& save)
+planned_save con_del_dlg::plan()
 {
-    delete_instalment(save, chosen_);
+    return delete_instalment(chosen_);
 }
 
 } // namespace orvo

@@ -24,12 +24,13 @@ public:
 
 protected:
     bool passes_checks() override;
-    void store(save_steps& save) override;
+    planned_save plan() override;
 
 private:
     const QString cur_con_day_;
     pledge_fields fields_;
     std::optional<member_pledge> pledge_; ///< as the dialog shows it
+    QString known_ids_;                   ///< of the instalments that there are already
 
     void show_pledge();
 };
@@ -41,13 +42,14 @@ public:
 
 protected:
     bool passes_checks() override { return takes(fields_); }
-    void store(save_steps& save) override;
+    planned_save plan() override;
 
 private:
     const chosen_instalment chosen_;
     pledge_fields fields_;
     code_list* give_up_cbb;
     QLabel* state_;
+    QString con_money_before_;
 
     void show_instalment();
 };
@@ -58,7 +60,7 @@ public:
     con_del_dlg(client& c, desk& at, QWidget* over);
 
 protected:
-    void store(save_steps& save) override;
+    planned_save plan() override;
 
 private:
     const chosen_instalment chosen_;

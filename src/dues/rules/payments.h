@@ -26,11 +26,19 @@ struct payments_of_year {
 };
 question<payments_of_year> payments_in(const dues_year& year);
 
+/// The numbers of the year's payments, as a new one needs them.
+question<QString> payment_ids_in(const dues_year& year);
+
 // Each of these settles the year behind its own step.
-void add_payment(save_steps& save, const dues_year& year, const QString& code_member, const payment& paid,
-                 const QString& today);
-void change_payment(save_steps& save, const dues_year& year, const QString& dues_id, const payment& paid,
-                    const QString& today);
-void delete_payment(save_steps& save, const dues_year& year, const QString& dues_id);
+
+/// `known_ids`: of the payments that the year has had before.
+planned_save add_payment(const dues_year& year, const QString& code_member, const payment& paid,
+                         const QString& today, const QString& known_ids);
+/// `before`: the payment as it was read.
+planned_save change_payment(const dues_year& year, const QString& dues_id, const payment& paid,
+                            const QString& today, const payment& before);
+planned_save delete_payment(const dues_year& year, const QString& dues_id);
+
+extern const save_act payment_added, payment_changed, payment_deleted;
 
 } // namespace orvo

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "db/save_steps.h"
+#include "client/save.h"
 
 #include <optional>
 #include <vector>
@@ -36,14 +36,23 @@ question<std::vector<instalment>> instalments_of_day(const chosen_instalment& ch
 /// That of the chosen number among them; null where it is gone.
 const instalment* chosen_among(const std::vector<instalment>& of_day, const chosen_instalment& chosen);
 
+/// The numbers of the member's instalments, as a new one needs them.
+question<QString> instalment_ids_of(const QString& pers_no);
+
 /// The pledge of a member who has none: made today, over that amount, running, nothing paid.
-void add_pledge(save_steps& save, const QString& pers_no, const QString& con_amount, const QString& today);
+planned_save add_pledge(const QString& pers_no, const QString& con_amount, const QString& today);
 
 // Each of these brings the pledge's sum in step with all its instalments behind its own step.
-void add_instalment(save_steps& save, const QString& pers_no, const QString& con_day, const instalment& paid);
-/// `give_up` is the code of the choice: "1" gives the pledge up, "0" sets it running.
-void change_instalment(save_steps& save, const chosen_instalment& chosen, const instalment& paid,
-                       const QString& give_up);
-void delete_instalment(save_steps& save, const chosen_instalment& chosen);
+
+/// `known_ids`: of the instalments that the member has had before.
+planned_save add_instalment(const QString& pers_no, const QString& con_day, const instalment& paid,
+                            const QString& known_ids);
+/// `give_up` is the code of the choice: "1" gives the pledge up, "0" sets it running. `con_money_before`: the
+/// amount as it was read.
+planned_save change_instalment(const chosen_instalment& chosen, const instalment& paid, const QString& give_up,
+                               const QString& con_money_before);
+planned_save delete_instalment(const chosen_instalment& chosen);
+
+extern const save_act pledge_added, instalment_added, instalment_changed, instalment_deleted;
 
 } // namespace orvo

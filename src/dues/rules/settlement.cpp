@@ -29,19 +29,20 @@ question<qint64> paid_for(const dues_year& year)
             [](const rows& sum) { return sum.front().number("tot_money"); }};
 }
 
-void settle(save_steps& save, const dues_year& year)
+void settle(save& of)
 {
-    const QString step = QStringLiteral("미수금");
-    const auto [paid, owed] = save.ask_together(step, paid_for(year), owed_for(year));
+    constexpr save_step step{"balance", "미수금"};
+    const dues_year year{of.given("selected_pers_no"), of.given("cur_val_year")};
+    const auto [paid, owed] = of.ask_together(step, paid_for(year), owed_for(year));
     if (!owed)
         return;
     const qint64 balance = *owed - paid;
-    save.write(step,
-               balance <= 0 ? "update dues_h_tbl set yet_money='{balance}',incom_flag='1' where "
-                              "pers_no='{selected_pers_no}' and val_year='{year}'"
-                            : "update dues_h_tbl set yet_money='{balance}',incom_flag='0' where "
-                              "pers_no='{selected_pers_no}' and val_year='{year}'",
-               {{"balance", balance}, {"selected_pers_no", year.pers_no}, {"year", year.val_year}});
+    of.write(step,
+             balance <= 0 ? "update dues_h_tbl set yet_money='{balance}',incom_flag='1' where "
+                            "pers_no='{selected_pers_no}' and val_year='{cur_val_year}'"
+                          : "update dues_h_tbl set yet_money='{balance}',incom_flag='0' where "
+                            "pers_no='{selected_pers_no}' and val_year='{cur_val_year}'",
+             {{"balance", balance}});
 }
 
 } // namespace orvo

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "db/save_steps.h"
+#include "client/save.h"
 
 namespace orvo {
 
@@ -18,6 +18,7 @@ question<qint64> paid_for(const dues_year& year);
 /// Puts the balance of the year and its mark of being paid in step with its lines, as the last step of every
 /// save that changed one. From all lines, not by the difference: so it also mends what a broken save left
 /// behind. A year that has no header is left alone.
-void settle(save_steps& save, const dues_year& year);
+/// Of the year that `selected_pers_no` and `cur_val_year` name.
+void settle(save& of);
 
 } // namespace orvo

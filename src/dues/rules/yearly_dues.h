@@ -23,17 +23,17 @@ question<std::optional<dues_header>> header_of(const dues_year& year);
 /// The member's name by the copy of the last search; empty where he is not in it.
 QString member_name(connection& local, const QString& pers_no);
 
-/// Opens the year with nothing paid, and makes its kind the member's. An amount in whole won; `today` is
-/// "yyyymmdd". No kind chosen is an empty code.
-void add_year(save_steps& save, const dues_year& year, const QString& code_member, const QString& mem_dues,
-              const QString& today);
+/// Opens the year with nothing paid, and makes its kind the member's, in this workstation's copy too. An amount
+/// in whole won; `today` is "yyyymmdd". No kind chosen is an empty code.
+planned_save add_year(const dues_year& year, const QString& code_member, const QString& mem_dues,
+                      const QString& today);
 /// Changes kind and amount of the year, and makes the kind the member's, even that of a year long gone.
-void change_year(save_steps& save, const dues_year& year, const QString& code_member, const QString& mem_dues,
-                 const QString& today);
-/// The same kind for the member's row in this workstation's copy: the last step of both.
-void change_kind_in_copy(save_steps& save, connection& local, const QString& pers_no,
-                         const QString& code_member);
+/// `before`: the year as it was read.
+planned_save change_year(const dues_year& year, const QString& code_member, const QString& mem_dues,
+                         const QString& today, const dues_header& before);
 /// Takes the year with all its payments.
-void delete_year(save_steps& save, const dues_year& year);
+planned_save delete_year(const dues_year& year);
+
+extern const save_act year_added, year_changed, year_deleted;
 
 } // namespace orvo

@@ -37,9 +37,9 @@ QString mem_del_dlg::what_goes()
         .arg(with_separators(lines.sum));
 }
 
-void mem_del_dlg::store(save_steps& save)
+planned_save mem_del_dlg::plan()
 {
-    delete_year(save, year_);
+    return delete_year(year_);
 }
 
 void mem_del_dlg::refresh(member_panels& panels)
@@ -73,9 +73,9 @@ QString dues_del_dlg::what_goes()
              with_separators(line->pres_money.toLongLong()));
 }
 
-void dues_del_dlg::store(save_steps& save)
+planned_save dues_del_dlg::plan()
 {
-    delete_payment(save, year_, cur_dues_id_);
+    return delete_payment(year_, cur_dues_id_);
 }
 
 void dues_del_dlg::refresh(member_panels& panels)

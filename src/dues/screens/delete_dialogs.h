@@ -10,7 +10,7 @@ public:
     mem_del_dlg(client& c, desk& at, QWidget* over);
 
 protected:
-    void store(save_steps& save) override;
+    planned_save plan() override;
     void refresh(member_panels& panels) override;
 
 private:
@@ -23,7 +23,7 @@ public:
     dues_del_dlg(client& c, desk& at, QWidget* over);
 
 protected:
-    void store(save_steps& save) override;
+    planned_save plan() override;
     void refresh(member_panels& panels) override;
 
 private:

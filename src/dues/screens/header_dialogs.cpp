@@ -61,11 +61,9 @@ mem_in_dlg::mem_in_dlg(client& c, desk& at, QWidget* over)
     open_with(QStringLiteral("회비추가"), [this] { fill_kinds(ask(c_.db_conn, member_kinds())); });
 }
 
-void mem_in_dlg::store(save_steps& save)
+planned_save mem_in_dlg::plan()
 {
-    const QString kind = mem_kind_cbb->code();
-    add_year(save, year_, kind, str_txt->amount(), c_.today());
-    change_kind_in_copy(save, c_.local_conn, year_.pers_no, kind);
+    return add_year(year_, mem_kind_cbb->code(), str_txt->amount(), c_.today());
 }
 
 mem_ud_dlg::mem_ud_dlg(client& c, desk& at, QWidget* over)
@@ -84,6 +82,7 @@ void mem_ud_dlg::show_header(const std::optional<dues_header>& header)
 {
     if (!header)
         return close_to_saving(QStringLiteral("이 년도의 회비가 등록되어 있지 않습니다."));
+    before_ = *header;
     mem_kind_cbb->choose_code(header->code_member.toLongLong());
     if (mem_kind_cbb->currentIndex() >= 0)
         pick_member_kind();
@@ -91,11 +90,9 @@ void mem_ud_dlg::show_header(const std::optional<dues_header>& header)
              .arg(with_separators(header->mem_dues), with_separators(header->yet_money)));
 }
 
-void mem_ud_dlg::store(save_steps& save)
+planned_save mem_ud_dlg::plan()
 {
-    const QString kind = mem_kind_cbb->code();
-    change_year(save, year_, kind, str_txt->amount(), c_.today());
-    change_kind_in_copy(save, c_.local_conn, year_.pers_no, kind);
+    return change_year(year_, mem_kind_cbb->code(), str_txt->amount(), c_.today(), before_);
 }
 
 } // namespace orvo

@@ -28,7 +28,7 @@ public:
     mem_in_dlg(client& c, desk& at, QWidget* over);
 
 protected:
-    void store(save_steps& save) override;
+    planned_save plan() override;
 };
 
 /// Changes the year that is chosen in the console.
@@ -37,9 +37,11 @@ public:
     mem_ud_dlg(client& c, desk& at, QWidget* over);
 
 protected:
-    void store(save_steps& save) override;
+    planned_save plan() override;
 
 private:
+    dues_header before_;
+
     void show_header(const std::optional<dues_header>& header);
 };
 

@@ -63,7 +63,9 @@ dues_in_dlg::dues_in_dlg(client& c, desk& at, QWidget* over)
     for (const date_group& each : {fields.con_in, fields.b_in})
         each.set_enabled(false); // until the place tells which
     open_with(QStringLiteral("회비납입 추가"), true, [this] {
-        const auto [places, header] = ask_together(c_.db_conn, receipt_places(), header_of(year_));
+        const auto [places, header, ids] =
+            ask_together(c_.db_conn, receipt_places(), header_of(year_), payment_ids_in(year_));
+        known_ids_ = ids;
         fields.fill_places(places);
         propose_the_rest(header);
     });
@@ -99,9 +101,9 @@ bool dues_in_dlg::passes_checks()
     return false;
 }
 
-void dues_in_dlg::store(save_steps& save)
+planned_save dues_in_dlg::plan()
 {
-    add_payment(save, year_, cur_code_member_, fields.read(), c_.today());
+    return add_payment(year_, cur_code_member_, fields.read(), c_.today(), known_ids_);
 }
 
 dues_ud_dlg::dues_ud_dlg(client& c, desk& at, QWidget* over)
@@ -122,13 +124,14 @@ void dues_ud_dlg::show_payment(const std::optional<payment>& line)
 {
     if (!line)
         return close_to_saving(QStringLiteral("이 입금 내역은 이미 삭제되었습니다."));
+    before_ = *line;
     fields.show(*line);
     fields.enable_by_place();
 }
 
-void dues_ud_dlg::store(save_steps& save)
+planned_save dues_ud_dlg::plan()
 {
-    change_payment(save, year_, cur_dues_id_, fields.read(), c_.today());
+    return change_payment(year_, cur_dues_id_, fields.read(), c_.today(), before_);
 }
 
 } // namespace orvo

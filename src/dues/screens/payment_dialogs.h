@@ -28,10 +28,11 @@ public:
 protected:
     void pick_place() override;
     bool passes_checks() override;
-    void store(save_steps& save) override;
+    planned_save plan() override;
 
 private:
     const QString cur_code_member_;
+    QString known_ids_; ///< of the payments that the year has already
 
     void propose_the_rest(const std::optional<dues_header>& header);
 };
@@ -42,10 +43,11 @@ public:
     dues_ud_dlg(client& c, desk& at, QWidget* over);
 
 protected:
-    void store(save_steps& save) override;
+    planned_save plan() override;
 
 private:
     const QString cur_dues_id_;
+    payment before_;
 
     void show_payment(const std::optional<payment>& line);
 };

@@ -149,32 +149,73 @@ std::vector<newer_value> newer_values(const rows::row& on_server, const rows::ro
     return newer;
 }
 
-void update_member(save_steps& save, connection& local, const QString& selected_pers_no,
-                   const std::vector<column_value>& columns, const QString& id, const QString& passwd)
-{
-    const std::string text = update_text("person_m_tbl", columns) + " where pers_no='{selected_pers_no}'";
-    values given = slot_values(columns);
-    given.add({"selected_pers_no", selected_pers_no});
-    save.write(QStringLiteral("회원 정보"), text, given);
-    save.write(QStringLiteral("이 PC의 검색 결과"), local, text, given);
+namespace {
 
-    const values numbers{{"new", value_of(columns, "pers_no")},
-                         {"old", selected_pers_no},
-                         {"id", id},
-                         {"passwd", passwd},
-                         {"code_bran", value_of(columns, "code_bran")}};
-    save.write(QStringLiteral("웹 아이디"),
-               "update id_tbl set id='{id}' ,passwd='{passwd}' where pers_no='{old}'", numbers);
-    save.write(QStringLiteral("회비 년도"), "update dues_h_tbl set pers_no='{new}' where pers_no='{old}'",
-               numbers);
-    save.write(QStringLiteral("회비 입금"), "update dues_b_tbl set pers_no='{new}' where pers_no='{old}'",
-               numbers);
-    save.write(QStringLiteral("약정"), "update contract set pers_no='{new}' where pers_no='{old}'", numbers);
-    save.write(QStringLiteral("약정 입금"), "update contract_list set pers_no='{new}' where pers_no='{old}'",
-               numbers);
-    save.write(QStringLiteral("근무처"), "update company set pers_no='{new}' where pers_no='{old}'", numbers);
-    save.write(QStringLiteral("위생교육 명단의 지부"),
-               "update supplement set code_bran='{code_bran}' where pers_no='{old}'", numbers);
+constexpr save_step the_member{"member", "회원 정보"};
+
+void store_changed(save& of)
+{
+    static const std::string text =
+        update_text("person_m_tbl", edited_columns({}, {})) + " where pers_no='{selected_pers_no}'";
+    of.write(the_member, text);
+    of.write_here({"copy", "이 PC의 검색 결과"}, text);
+    // A web password is nowhere noted: one that is finished later leaves it as it is.
+    of.write({"web login", "웹 아이디"},
+             of.has("passwd") ? "update id_tbl set id='{id}' ,passwd='{passwd}' where pers_no='{selected_pers_no}'"
+                              : "update id_tbl set id='{id}' where pers_no='{selected_pers_no}'");
+    of.write({"years", "회비 년도"},
+             "update dues_h_tbl set pers_no='{pers_no}' where pers_no='{selected_pers_no}'");
+    of.write({"payments", "회비 입금"},
+             "update dues_b_tbl set pers_no='{pers_no}' where pers_no='{selected_pers_no}'");
+    of.write({"pledge", "약정"}, "update contract set pers_no='{pers_no}' where pers_no='{selected_pers_no}'");
+    of.write({"instalments", "약정 입금"},
+             "update contract_list set pers_no='{pers_no}' where pers_no='{selected_pers_no}'");
+    of.write({"workplaces", "근무처"},
+             "update company set pers_no='{pers_no}' where pers_no='{selected_pers_no}'");
+    of.write({"hygiene", "위생교육 명단의 지부"},
+             "update supplement set code_bran='{code_bran}' where pers_no='{selected_pers_no}'");
+}
+
+QString old_number_is_taken(save& of)
+{
+    const QString old = of.given("selected_pers_no");
+    if (!of.has_stored(the_member) || old == of.given("pers_no") || !ask(of.db(), row_on_server(old)))
+        return {};
+    return QStringLiteral("그 사이에 예전 번호로 다른 회원이 등록되었습니다.");
+}
+
+constexpr changed_record the_row{"select * from person_m_tbl where pers_no='{selected_pers_no}'", [] {
+                                     return changed_fields(edited_columns({}, {}));
+                                 }};
+
+void store_deleted(save& of)
+{
+    for (const table_of_member& each : tables_of_a_member)
+        of.write({each.name, each.what},
+                 "delete " + std::string{each.name} + " where pers_no='{selected_pers_no}'");
+}
+
+QString is_somebody_else(save& of)
+{
+    const auto there = ask(of.db(), row_on_server(of.given("selected_pers_no")));
+    if (!there)
+        return {};
+    const bool is_new = !of.stored_steps().isEmpty() ||
+                        there->front().text("pers_name").toStdString() != of.plan().before.of("pers_name");
+    return is_new ? QStringLiteral("그 사이에 같은 번호의 회원이 다시 등록되었습니다.") : QString{};
+}
+
+} // namespace
+
+const save_act member_changed{"member changed", "회원 수정", store_changed, &the_row, old_number_is_taken};
+const save_act member_deleted{"member deleted", "회원 삭제", store_deleted, nullptr, is_somebody_else};
+
+planned_save change_member(const QString& selected_pers_no, const std::vector<column_value>& columns,
+                           const QString& id, const QString& passwd, const values& before)
+{
+    values given = slot_values(columns);
+    given.add(values{{"selected_pers_no", selected_pers_no}, {"id", id}, {"passwd", passwd}});
+    return {&member_changed, selected_pers_no, given, before};
 }
 
 std::vector<rows_to_go> what_a_deletion_takes(connection& db, const QString& pers_no)
@@ -188,12 +229,9 @@ std::vector<rows_to_go> what_a_deletion_takes(connection& db, const QString& per
     return taken;
 }
 
-void delete_member(save_steps& save, const QString& pers_no)
+planned_save delete_member(const QString& pers_no, const QString& pers_name)
 {
-    for (const table_of_member& each : tables_of_a_member)
-        save.write(QString::fromUtf8(each.what),
-                   "delete " + std::string{each.name} + " where pers_no='{selected_pers_no}'",
-                   {{"selected_pers_no", pers_no}});
+    return {&member_deleted, pers_no, {{"selected_pers_no", pers_no}}, {{"pers_name", pers_name}}};
 }
 
 } // namespace orvo

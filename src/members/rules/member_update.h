@@ -1,6 +1,6 @@
 #pragma once
 
-#include "db/save_steps.h"
+#include "client/save.h"
 #include "members/rules/member_data.h"
 
 namespace orvo {
@@ -41,9 +41,9 @@ std::vector<newer_value> newer_values(const rows::row& on_server, const rows::ro
 
 /// Writes the columns to the register and to the workstation's copy, and takes the member's number through
 /// the tables that hold it. The walk stops short of credits, certificates, the hygiene list's number and the
-/// web login's own number: what was earned stays under the number that it was earned with.
-void update_member(save_steps& save, connection& local, const QString& selected_pers_no,
-                   const std::vector<column_value>& columns, const QString& id, const QString& passwd);
+/// web login's own number: as in use, must not change. `before`: what the row held when it was shown.
+planned_save change_member(const QString& selected_pers_no, const std::vector<column_value>& columns,
+                           const QString& id, const QString& passwd, const values& before);
 
 /// How many rows of a member a deletion takes away, by what operators call them.
 struct rows_to_go {
@@ -52,8 +52,10 @@ struct rows_to_go {
 };
 std::vector<rows_to_go> what_a_deletion_takes(connection& db, const QString& pers_no);
 
-/// Deletes the member from the register. Pledge and instalments stay for good, as the association books them,
-/// and so does the workstation's copy until the next search.
-void delete_member(save_steps& save, const QString& pers_no);
+/// Deletes the member from the register. Pledge and instalments stay for good, and so does the workstation's
+/// copy until the next search: as in use, must not change.
+planned_save delete_member(const QString& pers_no, const QString& pers_name);
+
+extern const save_act member_changed, member_deleted;
 
 } // namespace orvo

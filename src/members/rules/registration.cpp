@@ -56,28 +56,78 @@ QString year_of_payment(const new_member& typed, const QString& today)
     return kind >= 10 && kind <= 13 ? QStringLiteral("평생회원") : today.left(4);
 }
 
-void store_payment(save_steps& save, const new_member& typed, const QString& today)
+/// In front of the slots of the workplace, some of whose columns are called as the member's.
+constexpr std::string_view of_workplace = "company.";
+
+void store_payment(save& of)
 {
-    const values given{{"pers_no", typed.member.pers_no()},         {"code_member", typed.code_member},
-                       {"val_year", year_of_payment(typed, today)}, {"pers_mem_day", typed.pers_mem_day},
-                       {"pers_mem_b_day", typed.pers_mem_b_day},    {"amount", or_zero(typed.agree_pay)},
-                       {"code_receipt", typed.code_receipt},        {"today", today}};
-    save.write(QStringLiteral("회비 입금"),
-               "insert into dues_b_tbl("
-               "pers_no,code_member,val_year,"
-               "pers_mem_day,pers_mem_b_day,pres_money,"
-               "code_receipt,pres_let_day) values ("
-               "'{pers_no}','{code_member}','{val_year}','{pers_mem_day}','{pers_mem_b_day}','{amount}',"
-               "'{code_receipt}','{today}')",
-               given);
+    of.write_once({"payment", "회비 입금"},
+                  "insert into dues_b_tbl("
+                  "pers_no,code_member,val_year,"
+                  "pers_mem_day,pers_mem_b_day,pres_money,"
+                  "code_receipt,pres_let_day) values ("
+                  "'{pers_no}','{code_member}','{val_year}','{pers_mem_day}','{pers_mem_b_day}','{amount}',"
+                  "'{code_receipt}','{today}')",
+                  {"select dues_id from dues_b_tbl where pers_no='{pers_no}' and val_year='{val_year}' and "
+                   "pers_mem_day='{pers_mem_day}' and pers_mem_b_day='{pers_mem_b_day}' and "
+                   "pres_money='{amount}' and pres_let_day='{today}'",
+                   "dues_id"});
     // Without a year: at registration the member has one header, and it is that one.
-    const bool in_full = whole_part(typed.agree_pay) >= whole_part(typed.mem_dues);
-    save.write(QStringLiteral("미수금"),
-               in_full ? "update dues_h_tbl set yet_money=yet_money-{amount},incom_flag='1' where "
-                         "pers_no='{pers_no}' and code_member='{code_member}'"
-                       : "update dues_h_tbl set yet_money=yet_money-{amount},incom_flag='0' where "
-                         "pers_no='{pers_no}' and code_member='{code_member}'",
-               given);
+    const bool in_full = of.given("incom_flag") == QLatin1String("1");
+    of.write_once({"balance", "미수금"},
+                  in_full ? "update dues_h_tbl set yet_money=yet_money-{amount},incom_flag='1' where "
+                            "pers_no='{pers_no}' and code_member='{code_member}'"
+                          : "update dues_h_tbl set yet_money=yet_money-{amount},incom_flag='0' where "
+                            "pers_no='{pers_no}' and code_member='{code_member}'",
+                  {"select val_year from dues_h_tbl where pers_no='{pers_no}' and code_member='{code_member}' and "
+                   "yet_money=mem_dues-{amount} and incom_flag='{incom_flag}'",
+                   "val_year"});
+}
+
+void store_pledge(save& of)
+{
+    if (of.given("dues_in").isEmpty())
+        return of.remark(QStringLiteral("약정은 입력하지 않으셨습니다."));
+    of.write_once(
+        {"pledge", "약정"},
+        "insert into contract(con_day,pers_no,con_amount,con_money,con_check,con_finish) "
+        "values ('{today}','{pers_no}','{dues_in}','0','0','0')",
+        {"select con_day from contract where pers_no='{pers_no}' and con_day='{today}' and con_amount='{dues_in}'",
+         "con_day"});
+}
+
+void store_workplace(save& of)
+{
+    if (of.given("company.company_name").isEmpty())
+        return of.remark(QStringLiteral("근무처 내용은 입력하지 않습니다."));
+    static const std::string text = insert_text("company", workplace_columns({}, {}, {}), of_workplace);
+    of.write_once({"workplace", "근무처"}, text,
+                  {"select company_id from company where pers_no='{pers_no}' and "
+                   "company_name='{company.company_name}' and regi_date='{today}'",
+                   "company_id"});
+}
+
+void store_all(save& of)
+{
+    static const std::string text = insert_text("person_m_tbl", member_row({}, {}));
+    of.write_once({"member", "회원"}, text,
+                  {"select pers_no from person_m_tbl where pers_no='{pers_no}' and pers_name='{pers_name}' and "
+                   "regi_date='{today}'",
+                   "pers_no"});
+    of.write_once({"year", "올해 회비"},
+                  "insert into dues_h_tbl("
+                  "pers_no,code_member,val_year,"
+                  "mem_dues,yet_money,incom_flag,regi_date) values ("
+                  "'{pers_no}','{code_member}','{this_year}','{mem_dues}','{mem_dues}','0','{today}')",
+                  {"select val_year from dues_h_tbl where pers_no='{pers_no}' and val_year='{this_year}' and "
+                   "code_member='{code_member}'",
+                   "val_year"});
+    // A single date is not enough: what was typed of the payment is not entered then. As in use; must not
+    // change.
+    if (!of.given("pers_mem_day").isEmpty() && !of.given("pers_mem_b_day").isEmpty())
+        store_payment(of);
+    store_pledge(of);
+    store_workplace(of);
 }
 
 } // namespace
@@ -103,37 +153,25 @@ bool is_registered(connection& db, const QString& pers_no)
     return !db.read("select * from person_m_tbl where pers_no='{pers_no}'", {{"pers_no", pers_no}}).empty();
 }
 
-void store_member(save_steps& save, const new_member& typed, const QString& today)
-{
-    const std::vector<column_value> row = member_row(typed, today);
-    save.write(QStringLiteral("회원"), insert_text("person_m_tbl", row), slot_values(row));
-    save.write(QStringLiteral("올해 회비"),
-               "insert into dues_h_tbl("
-               "pers_no,code_member,val_year,"
-               "mem_dues,yet_money,incom_flag,regi_date) values ("
-               "'{pers_no}','{code_member}','{val_year}','{mem_dues}','{mem_dues}','0','{today}')",
-               {{"pers_no", typed.member.pers_no()},
-                {"code_member", typed.code_member},
-                {"val_year", today.left(4)},
-                {"mem_dues", typed.mem_dues},
-                {"today", today}});
-    // A single date is a payment that has not come to its end: what was typed of it is not entered.
-    if (!typed.pers_mem_day.isEmpty() && !typed.pers_mem_b_day.isEmpty())
-        store_payment(save, typed, today);
-}
+const save_act registration_act{"registration", "회원 등록", store_all};
 
-void store_pledge(save_steps& save, const new_member& typed, const QString& today)
+planned_save register_member(const new_member& typed, const QString& today)
 {
-    save.write(QStringLiteral("약정"),
-               "insert into contract(con_day,pers_no,con_amount,con_money,con_check,con_finish) "
-               "values ('{today}','{pers_no}','{dues_in}','0','0','0')",
-               {{"today", today}, {"pers_no", typed.member.pers_no()}, {"dues_in", typed.dues_in}});
-}
-
-void store_workplace(save_steps& save, const new_member& typed, const QString& today)
-{
-    const std::vector<column_value> row = workplace_columns(typed.member.pers_no(), typed.workplace, today);
-    save.write(QStringLiteral("근무처"), insert_text("company", row), slot_values(row));
+    values given = slot_values(member_row(typed, today));
+    given.add(values{
+        {"today", today},
+        {"this_year", today.left(4)},
+        {"mem_dues", typed.mem_dues},
+        {"val_year", year_of_payment(typed, today)},
+        {"pers_mem_day", typed.pers_mem_day},
+        {"pers_mem_b_day", typed.pers_mem_b_day},
+        {"amount", or_zero(typed.agree_pay)},
+        {"incom_flag", flag(whole_part(typed.agree_pay) >= whole_part(typed.mem_dues))},
+        {"code_receipt", typed.code_receipt},
+        {"dues_in", typed.dues_in},
+    });
+    given.add(slot_values(workplace_columns(typed.member.pers_no(), typed.workplace, today), of_workplace));
+    return {&registration_act, typed.member.pers_no(), given};
 }
 
 std::optional<QString> dues_of_kind(connection& local, const QString& code_member)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "db/save_steps.h"
+#include "client/save.h"
 #include "members/rules/member_data.h"
 
 namespace orvo {
@@ -25,11 +25,11 @@ std::optional<refusal> check_member(const new_member& typed);
 /// Whether the register has a member of that resident number.
 bool is_registered(connection& db, const QString& pers_no);
 
-/// The member, the dues of this year, and the payment if both its dates are there. `today` is "yyyymmdd".
-void store_member(save_steps& save, const new_member& typed, const QString& today);
-/// The pledge of a lifetime fee, nothing of it paid. Any kind of member can make one.
-void store_pledge(save_steps& save, const new_member& typed, const QString& today);
-void store_workplace(save_steps& save, const new_member& typed, const QString& today);
+/// The member, the dues of this year, the payment if both its dates are there, the pledge of a lifetime fee and
+/// the workplace as far as they are filled in: what is not is remarked. `today` is "yyyymmdd".
+planned_save register_member(const new_member& typed, const QString& today);
+
+extern const save_act registration_act;
 
 /// What a pick in the list of member kinds proposes as dues, in won; nothing for a kind without fees.
 std::optional<QString> dues_of_kind(connection& local, const QString& code_member);

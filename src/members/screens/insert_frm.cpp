@@ -6,6 +6,7 @@
 #include "ui/amount_field.h"
 #include "ui/controls.h"
 #include "ui/form_state.h"
+#include "ui/held_save.h"
 
 #include <QShortcut>
 #include <QTimer>
@@ -145,48 +146,25 @@ void insert_frm::register_member()
     const new_member typed = read();
     if (!passes_checks(typed))
         return;
-    if (is_registered(c_.db_conn, typed.member.pers_no())) {
-        c_.say.tell(
-            {QStringLiteral("같은 주민등록 번호가 존재 합니다. 다시확인하여 주세요"), {}, sign::exclamation});
-        member_.pers_no1_txt->setFocus(Qt::OtherFocusReason);
-        if (!goes_on_behind_what_is_stored(typed.member.pers_no()))
-            return;
-    } else {
-        begun_.emplace(begun_registration{save_steps{c_.db_conn}, typed, c_.today()});
-    }
-    save_what_is_begun();
-}
-
-/// The way on for a number that the register has: to finish a save that broke here, or to look at who has it.
-bool insert_frm::goes_on_behind_what_is_stored(const QString& pers_no)
-{
-    const bool broke_here =
-        begun_ && begun_->typed.member.pers_no() == pers_no && !begun_->save.stored().isEmpty();
-    if (broke_here && !begun_->save.is_in_doubt())
-        return c_.say.ask({QStringLiteral("앞서 이 회원을 저장하다가 중단되었습니다.\n저장된 것: %1\n\n"
-                                          "그때의 내용으로 나머지를 이어서 저장할까요?")
-                               .arg(begun_->save.stored().join(QStringLiteral(", "))),
-                           confirmation, sign::exclamation},
-                          QStringLiteral("이어서 저장"), QStringLiteral("그만두기"));
+    const QString pers_no = typed.member.pers_no();
+    if (!is_registered(c_.db_conn, pers_no))
+        return carry_out(c_.begin(orvo::register_member(typed, c_.today())));
+    c_.say.tell(
+        {QStringLiteral("같은 주민등록 번호가 존재 합니다. 다시확인하여 주세요"), {}, sign::exclamation});
+    member_.pers_no1_txt->setFocus(Qt::OtherFocusReason);
+    // The way on: to finish a save that broke here, or to look at who has the number.
+    if (auto broken = broken_save_to_finish(c_, pers_no, {&registration_act}))
+        return carry_out(std::move(*broken));
     if (c_.say.ask({QStringLiteral("이 번호의 회원을 열어 볼까요?\n입력하던 내용은 보관됩니다."),
                     confirmation, sign::none},
                    QStringLiteral("회원 열기"), QStringLiteral("그만두기"), answer::second))
         open_in_console(pers_no);
-    return false;
 }
 
-void insert_frm::save_what_is_begun()
+void insert_frm::carry_out(save registration)
 {
-    auto& [save, typed, today] = *begun_;
-    store_member(save, typed, today);
-    if (typed.dues_in.isEmpty())
-        c_.say.tell({QStringLiteral("약정은 입력하지 않으셨습니다."), confirmation});
-    else
-        store_pledge(save, typed, today);
-    if (typed.workplace.company_name.isEmpty())
-        c_.say.tell({QStringLiteral("근무처 내용은 입력하지 않습니다."), confirmation});
-    else
-        store_workplace(save, typed, today);
+    registration.on_remark = [this](const QString& what) { c_.say.tell({what, confirmation}); };
+    registration.carry_out();
     draft_.forget();
     c_.say.tell({QStringLiteral("입력이 완료됬습니다."), confirmation, sign::information});
     desk_.show(screen_code::insert_frm);

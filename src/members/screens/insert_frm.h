@@ -36,13 +36,6 @@ private:
     code_list* mem_kind_cbb;
     payment_fields payment_;
     QPushButton *mem_in_img, *insert_img, *search_im;
-    /// The registration that was last tried, as it was begun: one that broke is brought to its end so.
-    struct begun_registration {
-        save_steps save;
-        new_member typed;
-        QString today;
-    };
-    std::optional<begun_registration> begun_;
     draft_keeper draft_;
 
     void arrange();
@@ -62,8 +55,7 @@ private:
     void refuse(const refusal& why);
     bool passes_checks(const new_member& typed);
     void register_member();
-    bool goes_on_behind_what_is_stored(const QString& pers_no);
-    void save_what_is_begun();
+    void carry_out(save registration);
     void open_in_console(const QString& pers_no);
     void begin_anew();
 };

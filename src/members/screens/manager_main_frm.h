@@ -1,6 +1,6 @@
 #pragma once
 
-#include "db/save_steps.h"
+#include "client/save.h"
 #include "members/rules/member_data.h"
 #include "members/rules/member_pages.h"
 #include "members/rules/member_record.h"
@@ -39,14 +39,6 @@ private:
     std::optional<rows> shown_;           ///< the open member's row of the copy
     std::vector<column_value> untouched_; ///< what the fields would write of it as they came
     web_identity login_;                  ///< the open member's, as it came
-    /// A change that broke half way, as it was begun.
-    struct begun_edit {
-        save_steps save;
-        QString selected_pers_no;
-        std::vector<column_value> columns;
-        QString id, passwd;
-    };
-    std::optional<begun_edit> begun_;
 
     member_list* custom_lst;
     QLabel* page_txt;
@@ -77,13 +69,13 @@ private:
     bool is_member_open();
     bool is_record_chosen(const grid& panel, const QString& otherwise);
     void edit_member();
-    bool goes_on_with_what_is_begun();
-    void finish_edit();
+    void carry_out_edit(save edit);
     std::vector<changed_field> changed_elsewhere(const rows::row& on_server, const web_identity& login,
                                                  const std::vector<column_value>& columns);
     bool may_overwrite(const std::vector<column_value>& columns);
     void take_servers_row(const rows::row& on_server);
     void delete_this_member();
+    void carry_out_deletion(save deletion);
     void add_year();
     void add_payment();
     void choose_year_to_pay();

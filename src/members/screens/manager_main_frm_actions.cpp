@@ -8,6 +8,7 @@
 #include "members/screens/newer_change_dlg.h"
 #include "ui/amount_field.h"
 #include "ui/grid.h"
+#include "ui/held_save.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -97,8 +98,9 @@ bool manager_main_frm::is_record_chosen(const grid& panel, const QString& otherw
 
 void manager_main_frm::edit_member()
 {
-    if (goes_on_with_what_is_begun())
-        return finish_edit();
+    // One that broke in the middle has left the member under two numbers, if his number was changed.
+    if (auto broken = broken_save_to_finish(c_, c_.selected_pers_no, {&member_changed}))
+        return carry_out_edit(std::move(*broken));
     if (!shown_ || c_.selected_pers_no.isEmpty())
         return refuse({QStringLiteral("수정할 회원을 선택 하세요."), QStringLiteral("custom_lst")});
     const member_fields& fields = details->fields;
@@ -107,7 +109,7 @@ void manager_main_frm::edit_member()
         check_edited_member(typed, keeps_telephone(typed, untouched_, shown_->front()));
     if (!why)
         why = check_certificate_numbers(typed);
-    std::vector<column_value> columns =
+    const std::vector<column_value> columns =
         keep_what_cannot_be_shown(edited_columns(typed, c_.today()), untouched_, shown_->front());
     if (!why)
         why = unreadable_amount({fields.lic_pay_txt, fields.year_pay_txt});
@@ -115,38 +117,21 @@ void manager_main_frm::edit_member()
         return refuse(*why);
     if (!may_overwrite(columns))
         return;
-    begun_.emplace(begun_edit{save_steps{c_.db_conn}, c_.selected_pers_no, std::move(columns),
-                              fields.id_txt->text(), fields.passwd_txt->text()});
-    finish_edit();
+    carry_out_edit(c_.begin(change_member(c_.selected_pers_no, columns, fields.id_txt->text(),
+                                          fields.passwd_txt->text(), values_before(columns, shown_->front()))));
 }
 
-/// A change that broke in the middle has left the member under two numbers, if his number was changed: under
-/// either it is brought to its end as it was begun.
-bool manager_main_frm::goes_on_with_what_is_begun()
+void manager_main_frm::carry_out_edit(save edit)
 {
-    const bool is_begun = begun_ && !begun_->save.stored().isEmpty() &&
-                          (c_.selected_pers_no == begun_->selected_pers_no ||
-                           c_.selected_pers_no == begun_->columns.front().value);
-    return is_begun &&
-           c_.say.ask({QStringLiteral("앞서 이 회원을 저장하다가 중단되었습니다.\n저장된 것: %1\n\n"
-                                      "그때의 내용으로 나머지를 이어서 저장할까요?")
-                           .arg(begun_->save.stored().join(QStringLiteral(", "))),
-                       confirmation, sign::exclamation},
-                      QStringLiteral("이어서 저장"), QStringLiteral("그만두기"));
-}
-
-void manager_main_frm::finish_edit()
-{
-    const QString pers_no = begun_->columns.front().value;
+    const QString pers_no = edit.given("pers_no");
     try {
-        update_member(begun_->save, c_.local_conn, begun_->selected_pers_no, begun_->columns, begun_->id,
-                      begun_->passwd);
+        edit.carry_out();
     } catch (const db_failure&) {
-        if (pers_no != begun_->selected_pers_no) // the copy may bear the new number already
+        if (pers_no != edit.plan().pers_no) // the copy may bear the new number already
             guard([this] { show_member_page(page_); });
         throw;
     }
-    begun_.reset();
+    c_.give_up_saves_behind(pers_no, member_changed);
     c_.say.tell({QStringLiteral("수정이 완료됬습니다."), confirmation, sign::information});
     show_member_page(page_);
     custom_lst->setCurrentRow(custom_lst->row_of(pers_no));
@@ -208,6 +193,8 @@ void manager_main_frm::take_servers_row(const rows::row& on_server)
 
 void manager_main_frm::delete_this_member()
 {
+    if (auto broken = broken_save_to_finish(c_, c_.selected_pers_no, {&member_deleted}))
+        return carry_out_deletion(std::move(*broken));
     message question{QStringLiteral("선택된 회원을 삭제 하시겠습니까?"), confirmation, sign::exclamation};
     const bool is_open = shown_ && !c_.selected_pers_no.isEmpty();
     if (is_open) {
@@ -224,8 +211,12 @@ void manager_main_frm::delete_this_member()
     if (!is_open)
         return c_.say.tell(
             {QStringLiteral("삭제하실 회원을 서택 하여주세요"), confirmation, sign::information});
-    save_steps save{c_.db_conn};
-    delete_member(save, c_.selected_pers_no);
+    carry_out_deletion(c_.begin(delete_member(c_.selected_pers_no, shown_->front().text("pers_name"))));
+}
+
+void manager_main_frm::carry_out_deletion(save deletion)
+{
+    deletion.carry_out();
     c_.say.tell({QStringLiteral("삭제가 완료 되었습니다."), confirmation, sign::information});
     desk_.ask(QStringLiteral("search_dlg"));
 }

@@ -48,7 +48,7 @@ workplace_dlg::workplace_dlg(const QString& name, qint16 code, client& c, desk& 
       out_y_cbb{text_list(QStringLiteral("out_y_cbb"), leaving_years(), 5)},
       out_m_cbb{text_list(QStringLiteral("out_m_cbb"), behind_an_empty_item(two_digit_texts(2, 12)), 3)},
       submit_img{primary_button(QStringLiteral("submit_img"), QStringLiteral("저장(&S)"), "save")},
-      Image2{button(QStringLiteral("Image2"), QStringLiteral("취소(&C)"), "x")}, save_{c.db_conn}
+      Image2{button(QStringLiteral("Image2"), QStringLiteral("취소(&C)"), "x")}, save_{c}
 {
     fields_.fill(read_workplace_choices(c.local_conn));
     on_click(
@@ -128,18 +128,22 @@ bool workplace_dlg::is_readable()
 
 void workplace_dlg::submit()
 {
-    if (!is_readable() || !may_go_on(save_))
+    if (!save_.is_under_way() && !is_readable())
         return;
     if (fields_.com_name_txt->text().isEmpty()) { // and on to the end, as operators know it
         c_.say.tell({QStringLiteral("근무처명을 입력하세요"), confirmation, sign::exclamation});
         return finish();
     }
-    if (failures::guard(c_.say, failures::policy::silent, [this] { store(save_); }))
+    if (save_.press(failures::policy::silent, [this] { return plan(); }))
         return finish();
+    if (!save_.is_under_way())
+        return;
     // What is stored can no longer be typed otherwise; the same press goes on behind it. A row that was
     // refused can still be mended, though the others have lost their mark to it.
-    held_->setEnabled(!is_workplace_stored(save_));
-    fields_.primary_cbb->setEnabled(save_.stored().isEmpty());
+    if (is_workplace_stored(*save_.get()) || save_.get()->is_in_doubt())
+        return held_->setEnabled(false);
+    save_.give_up();
+    fields_.primary_cbb->setEnabled(false);
 }
 
 void workplace_dlg::finish()
@@ -165,6 +169,8 @@ comp_in_dlg::comp_in_dlg(client& c, desk& at, QWidget* over)
     com_lst->set_empty_text(QStringLiteral("다른 회원의 근무처를 찾아 그대로 옮길 수 있습니다."));
     com_lst->follow(str_txt);
     fields_.choose_defaults();
+    failures::guard(c_.say, failures::policy::report,
+                    [this] { known_ids_ = ask(c_.db_conn, workplace_ids_of(c_.selected_pers_no)); });
     lay_out(below({heading(QStringLiteral("근무처 입력")),
                    form({{QStringLiteral("회사명"), {str_txt, search_img}}}), com_lst, arrange()}));
     begin_to_walk();
@@ -206,13 +212,12 @@ void comp_in_dlg::copy_row(int row)
     show_leaving_date(stored.text("pers_out_date"));
 }
 
-void comp_in_dlg::store(save_steps& save)
+planned_save comp_in_dlg::plan()
 {
     workplace_data typed = read();
-    // The first field three times over, and not the other two: lists of fax numbers are drawn from what was
-    // changed since, and a number of this shape tells them that nobody has looked at it yet.
+    // The first field three times over, and not the other two: as in use, must not change.
     typed.company_fax = fields_.fax[0]->text() + fields_.fax[0]->text() + fields_.fax[0]->text();
-    add_workplace(save, c_.selected_pers_no, typed, c_.today());
+    return add_workplace(c_.selected_pers_no, typed, c_.today(), known_ids_);
 }
 
 comp_ud_dlg::comp_ud_dlg(client& c, desk& at, QWidget* over)
@@ -252,10 +257,11 @@ std::vector<column_value> comp_ud_dlg::columns() const
     return workplace_columns(c_.selected_pers_no, read(), c_.today());
 }
 
-void comp_ud_dlg::store(save_steps& save)
+planned_save comp_ud_dlg::plan()
 {
-    change_workplace(save, c_.selected_pers_no, c_.cur_company_id,
-                     keep_what_cannot_be_shown(columns(), untouched_, stored_->front()));
+    return change_workplace(c_.selected_pers_no, c_.cur_company_id,
+                            keep_what_cannot_be_shown(columns(), untouched_, stored_->front()),
+                            values_before(untouched_, stored_->front()));
 }
 
 comp_del_dlg::comp_del_dlg(client& c, desk& at, QWidget* over)
@@ -287,9 +293,9 @@ QString comp_del_dlg::what_goes()
                                         found->front().text("company_add"));
 }
 
-void comp_del_dlg::store(save_steps& save)
+planned_save comp_del_dlg::plan()
 {
-    delete_workplace(save, c_.selected_pers_no, c_.cur_company_id);
+    return delete_workplace(c_.selected_pers_no, c_.cur_company_id);
 }
 
 void comp_del_dlg::refresh(member_panels& panels)

@@ -31,13 +31,13 @@ protected:
     void show_leaving_date(const QString& pers_out_date);
     workplace_data read() const;
 
-    /// Stores the workplace, whose name is not empty; steps that are stored already are skipped.
-    virtual void store(save_steps& save) = 0;
+    /// What the press stores of a workplace whose name is not empty.
+    virtual planned_save plan() = 0;
     virtual QString done_text() const = 0;
 
 private:
     QWidget* held_ = nullptr; ///< the fields, which a save that broke half way holds as they are
-    save_steps save_;
+    held_save save_;
 
     void submit();
     bool is_readable();
@@ -51,13 +51,14 @@ public:
     ~comp_in_dlg() override;
 
 protected:
-    void store(save_steps& save) override;
+    planned_save plan() override;
     QString done_text() const override { return QStringLiteral("입력이 완료됬습니다."); }
 
 private:
     QLineEdit* str_txt;
     QPushButton* search_img;
     grid* com_lst;
+    QString known_ids_; ///< of the workplaces that the member has already
 
     void search();
     void copy_row(int row);
@@ -70,7 +71,7 @@ public:
     ~comp_ud_dlg() override;
 
 protected:
-    void store(save_steps& save) override;
+    planned_save plan() override;
     QString done_text() const override { return QStringLiteral("수정 완료됬습니다."); }
 
 private:
@@ -88,7 +89,7 @@ public:
 
 protected:
     QString whose() const override;
-    void store(save_steps& save) override;
+    planned_save plan() override;
     void refresh(member_panels& panels) override;
 
 private:
