@@ -166,9 +166,8 @@ std::optional<working_day::opened_member> working_day::open_member(const QString
 }
 
 /// What the save ended by; nothing where it came to its end. Given up half way it is pressed again, or left
-/// alone, as it happens; one in doubt is never pressed again.
-std::optional<db_failure> working_day::press(save& pressed, const char* what,
-                                             const std::function<void()>& store)
+/// alone, as it happens.
+std::optional<db_failure> working_day::press(const char* what, const std::function<void()>& store)
 {
     std::optional<db_failure> left;
     timed(what, [&] {
@@ -181,7 +180,7 @@ std::optional<db_failure> working_day::press(save& pressed, const char* what,
                 tell_of(failure);
                 left = failure;
                 ++broken_;
-                if (pressed.is_in_doubt() || one_of(2) == 0)
+                if (one_of(2) == 0)
                     return;
                 std::this_thread::sleep_for(between_tries);
             }
@@ -222,7 +221,7 @@ void working_day::pay(const opened_member& member)
     const qint64 amount = least_amount + ++serial_;
     const payment paid{c_.today(), {}, QString::number(amount), QStringLiteral("3")};
     save payment_save = c_.begin(add_payment(year, member.code_member, paid, c_.today(), {}));
-    const auto left = press(payment_save, "payment", [&] {
+    const auto left = press("payment", [&] {
         payment_save.carry_out();
         try { // the panels, before the dialog is gone; on their own, since the payment is stored
             dues_years(c_.db_conn, year.pers_no);
@@ -243,7 +242,7 @@ void working_day::change(const opened_member& member)
     typed.pers_add = QStringLiteral("서울 강남구 역삼동 %1-%2").arg(how_.number).arg(++serial_);
     const auto columns = edited_columns(typed, c_.today());
     save edit = c_.begin(change_member(member.pers_no, columns, member.id, member.passwd, {}));
-    const auto left = press(edit, "change", [&] {
+    const auto left = press("change", [&] {
         const auto on_server = ask(c_.db_conn, row_on_server(member.pers_no));
         const auto shown = read_member(c_.local_conn, member.pers_no);
         newer_values(on_server->front(), shown->front(), columns);
@@ -264,7 +263,7 @@ void working_day::register_another()
     typed.agree_pay = QString::number(amount);
     const QString pers_no = typed.member.pers_no();
     save registration = c_.begin(register_member(typed, c_.today()));
-    const auto left = press(registration, "registration", [&] {
+    const auto left = press("registration", [&] {
         if (!registration.is_begun() && is_registered(c_.db_conn, pers_no))
             throw db_failure{failure_kind::duplicate, QStringLiteral("a new member is there already")};
         registration.carry_out();

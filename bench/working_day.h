@@ -82,7 +82,7 @@ private:
     void take_up_a_member();
     void search(const QString& pers_no);
     std::optional<opened_member> open_member(const QString& pers_no);
-    std::optional<db_failure> press(save& pressed, const char* what, const std::function<void()>& store);
+    std::optional<db_failure> press(const char* what, const std::function<void()>& store);
     std::vector<panel_row> look_at_payments(const dues_year& year);
     void tell_of_payment(const save& pressed, const std::optional<db_failure>& left, const dues_year& year,
                          qint64 amount);
