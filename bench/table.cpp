@@ -139,16 +139,21 @@ void print_file(const char* what, const std::string& caption, const char* beside
     }
 }
 
+constexpr double note_of_a_save = 0.5; ///< ms, on its way to the disk
+
 /// What one run measured beside its floor.
-void print_beside_floor(const std::string& engine, const char* what, const std::string& caption, double most)
+/// `more` milliseconds are on top of that many times the floor.
+void print_beside_floor(const std::string& engine, const char* what, const std::string& caption, double most,
+                        double more = 0)
 {
     const auto& client = found_of(engine, large_register, what, "client");
     const auto& floor = found_of(engine, large_register, what, "floor");
     if (client.empty() || floor.empty())
         return print_missing(caption + ", " + engine);
-    const double ratio = median(client.at(0)) / median(floor.at(0));
+    const double found = median(client.at(0)), least = median(floor.at(0));
     print_row(caption + ", " + engine, spread(client.at(0), "ms"), spread(floor.at(0), "ms"),
-              text("%.2f", ratio), text("%.1f times", most), ratio <= most);
+              text("%.2f", found / least),
+              text("%.1f times", most) + (more > 0 ? text(" and %.1f ms", more) : ""), found <= most * least + more);
 }
 
 void print_peak(const std::string& engine)
@@ -258,9 +263,9 @@ int main(int argc, char** argv)
     }
     for (const std::string& each : engines) {
         print_beside_floor(each, "form", "opening the registration form", 2);
-        print_beside_floor(each, "registration", "a registration", 1.5);
-        print_beside_floor(each, "payment", "entering a payment with its settlement", 1.5);
-        print_beside_floor(each, "change", "changing a member", 1.5);
+        print_beside_floor(each, "registration", "a registration", 1.5, note_of_a_save);
+        print_beside_floor(each, "payment", "entering a payment with its settlement", 1.5, note_of_a_save);
+        print_beside_floor(each, "change", "changing a member", 1.5, note_of_a_save);
     }
     print_start();
     print_file("workbook", "a workbook", "floor");
