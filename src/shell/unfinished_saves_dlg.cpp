@@ -78,11 +78,10 @@ void unfinished_saves_dlg::show_notes()
     std::erase_if(notes_, [this](const save_note& each) { return !c_.may_finish(each); });
     std::vector<grid_row> shown;
     for (const save_note& each : notes_) {
-        QString name;
-        if (const std::string* found = each.given.find("pers_name"); found || (found = each.before.find("pers_name")))
-            name = QString::fromStdString(*found) + u' ';
+        const auto member = ask(c_.db_conn, row_on_server(each.pers_no));
+        const QString name = member ? member->front().text("pers_name") : QString{};
         shown.push_back({{each.begun_at.toString(QStringLiteral("MM-dd HH:mm")), each.operator_name, each.act_words,
-                          name + each.pers_no.left(6) + QStringLiteral("-*******"),
+                          name + u' ' + each.pers_no.left(6) + QStringLiteral("-*******"),
                           each.stored_words.isEmpty() ? QStringLiteral("알 수 없음")
                                                       : each.stored_words.join(QStringLiteral(", "))},
                          each.id});

@@ -76,7 +76,7 @@ private Q_SLOTS:
     {
         after_a_fall at;
         QCOMPARE(at.balance(), "50000 2");
-        QCOMPARE(at.offer("finish_img"), "11-22 10:00|김담당|회비납입 추가|900101-*******|회비 입금|");
+        QCOMPARE(at.offer("finish_img"), "11-22 10:00|김담당|회비납입 추가|김영희 900101-*******|회비 입금|");
         QCOMPARE(at.balance(), "10000 2");
         QCOMPARE(at.on.say.take_texts(), QStringList{"나머지를 저장하였습니다."});
         QVERIFY(at.on.c.saves.unfinished().empty());
