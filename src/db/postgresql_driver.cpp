@@ -97,8 +97,12 @@ qint64 postgresql_driver::run(const ready_statement& text, const std::vector<bou
 
 void postgresql_driver::direct(const std::string& sql)
 {
+    // The server takes the commit of a transaction that has failed for a wish to undo it, and is content.
+    const bool is_undone = sql == "commit" && PQtransactionStatus(line_.raw()) == PQTRANS_INERROR;
     send(sql);
     collect();
+    if (is_undone)
+        throw db_failure{failure_kind::other, QStringLiteral("the transaction had failed and was undone")};
 }
 
 void postgresql_driver::load(std::string_view table, const std::vector<std::string_view>& columns,

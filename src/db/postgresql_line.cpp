@@ -224,17 +224,24 @@ void postgresql_line::leave()
     close();
 }
 
-void postgresql_line::end_pipeline(const driver::tick& waiting, const PGresult* failed)
+result_handle postgresql_line::end_pipeline(const driver::tick& waiting, const PGresult* failed)
 {
+    result_handle first;
     // Each statement's answers end with an empty result; the pipeline's with one that says so.
     while (PQstatus(line_) == CONNECTION_OK) {
-        const result_handle result = next_result(waiting, failed);
-        if (result && PQresultStatus(result.get()) == PGRES_PIPELINE_SYNC)
+        result_handle result = next_result(waiting, failed);
+        const ExecStatusType status = result ? PQresultStatus(result.get()) : PGRES_COMMAND_OK;
+        if (status == PGRES_PIPELINE_SYNC)
             break;
+        if (status == PGRES_FATAL_ERROR && !failed) {
+            first = std::move(result);
+            failed = first.get();
+        }
         go_on(waiting);
     }
     if (PQstatus(line_) != CONNECTION_OK || !PQexitPipelineMode(line_))
         fail(failed);
+    return first;
 }
 
 result_handle postgresql_line::finish(const driver::tick& waiting)

@@ -40,8 +40,9 @@ public:
     result_handle next_result(const driver::tick& waiting, const PGresult* failed = nullptr);
     /// Reads what is left of a statement, so that the line is free for the next one. Returns what failed.
     result_handle finish(const driver::tick& waiting);
-    /// Reads what is left of a pipeline, up to its end, and leaves it.
-    void end_pipeline(const driver::tick& waiting, const PGresult* failed = nullptr);
+    /// Reads what is left of a pipeline, up to its end, and leaves it. Returns what failed first: its
+    /// statements are committed at its end alone, behind their own good answers.
+    result_handle end_pipeline(const driver::tick& waiting, const PGresult* failed = nullptr);
     /// Leaves the statements under way: has the server give them up, and reads what is left of them. A line
     /// on which that does not come to its end at once is closed.
     void leave();

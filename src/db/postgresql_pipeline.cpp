@@ -21,7 +21,8 @@ public:
     void run(std::span<const statement_run> all);
 
     qint64 written() const { return written_; }
-    const PGresult* failed() const { return failed_.get(); }
+    /// Whether a prepared statement is not what it was: its table has changed, or the server has forgotten it.
+    bool is_stale() const;
     void throw_failed();
 
 private:
@@ -31,8 +32,9 @@ private:
     std::vector<const ready_statement*> fresh_;
     qint64 written_ = 0;
     result_handle failed_;
-    const ready_statement* failed_text_ = nullptr;
+    const ready_statement* failed_text_ = nullptr; ///< null where all of them failed together, at the commit
 
+    const PGresult* failed() const { return failed_.get(); }
     int send(const statement_run& one);
     bool collect(const statement_run& one, int answers);
     void forget_fresh();
@@ -116,7 +118,9 @@ void pipeline::run(std::span<const statement_run> all)
                 forget_fresh();
                 return line_.leave();
             }
-        line_.end_pipeline(waiting_, failed());
+        result_handle at_commit = line_.end_pipeline(waiting_, failed());
+        if (at_commit)
+            failed_ = std::move(at_commit);
     } catch (const line_break&) {
         throw;      // and whoever closes the line forgets all names
     } catch (...) { // the operator's wish or the sink's failure: the server is still at it
@@ -135,15 +139,15 @@ void pipeline::throw_failed()
     try {
         line_.fail(failed());
     } catch (db_failure& failure) {
-        failure.name(QString::fromStdString(failed_text_->text));
+        if (failed_text_)
+            failure.name(QString::fromStdString(failed_text_->text));
         throw;
     }
 }
 
-/// Whether a prepared statement is not what it was: its table has changed, or the server has forgotten it.
-bool is_stale(const PGresult* failed)
+bool pipeline::is_stale() const
 {
-    const char* state = failed ? PQresultErrorField(failed, PG_DIAG_SQLSTATE) : nullptr;
+    const char* state = failed_text_ ? PQresultErrorField(failed(), PG_DIAG_SQLSTATE) : nullptr;
     const std::string_view code = state ? state : "";
     return code == "0A000" || code == "26000";
 }
@@ -157,7 +161,7 @@ qint64 run_in_one_wait(postgresql_line& line, prepared_names& names, std::span<c
     std::optional<pipeline> sent;
     sent.emplace(line, names, waiting).run(all);
     // Nothing is carried out then. Within a transaction all that came before is lost as well.
-    if (is_stale(sent->failed()) && PQtransactionStatus(line.raw()) == PQTRANS_IDLE) {
+    if (sent->is_stale() && PQtransactionStatus(line.raw()) == PQTRANS_IDLE) {
         for (const statement_run& each : all)
             names.forget(each.text);
         sent.emplace(line, names, waiting).run(all);

@@ -155,6 +155,92 @@ private Q_SLOTS:
         QCOMPARE(empty.connect().number("select count(*) as n from branch_code"), 1);
     }
 
+    void what_fails_at_the_commit_has_failed()
+    {
+        if (!is_at_hand(engine::postgresql))
+            QSKIP("a failure at the commit is known to PostgreSQL alone");
+        const test_register empty{engine::postgresql};
+        connection db = empty.connect();
+        db.direct("create table strict (code_bran int references branch_code deferrable initially deferred)");
+        db.direct("insert into branch_code (code_bran) values (-7)");
+        // It speaks as if a prepared statement had to be prepared anew.
+        db.direct("create function refuse() returns trigger language plpgsql as "
+                  "$$begin raise exception 'no' using errcode='0A000'; end$$");
+        db.direct("create constraint trigger at_commit after insert on strict deferrable initially deferred "
+                  "for each row when (new.code_bran<0) execute function refuse()");
+        const char* insert = "insert into strict (code_bran) values ('7')";
+        const auto one_row = [sent = false](std::vector<cell>& fields) mutable {
+            fields.assign(1, cell::of(std::int64_t{7}));
+            return !std::exchange(sent, true);
+        };
+        const auto in_transaction = [&](const std::function<void()>& act) {
+            transaction all_or_nothing{db};
+            act();
+            all_or_nothing.commit();
+        };
+        const std::pair<const char*, std::function<void()>> cases[] = {
+            {"23503", [&] { db.write(insert); }},
+            {"23503", [&] { db.write(insert); }}, // which is prepared now
+            {"23503",
+             [&] {
+                 db.write_and_read_together({insert}, {{"select * from strict"}, {"select * from job_line"}});
+             }},
+            {"23503",
+             [&] {
+                 const std::array seven{cell::of(std::int64_t{7})};
+                 db.repeat("insert into strict (code_bran) values ('{code}')")(seven);
+             }},
+            {"23503", [&] { db.direct(insert); }},
+            {"23503", [&] { db.load("strict", {"code_bran"}, one_row); }},
+            {"23503", [&] { in_transaction([&] { db.write(insert); }); }},
+            {"0A000", [&] { db.write("insert into strict (code_bran) values ('-7')"); }},
+            {"", [&] { // a failure that somebody passed over
+                 in_transaction([&] {
+                     db.write("insert into strict (code_bran) values (null)");
+                     failure_of([&] { db.direct("select 1/0"); });
+                 });
+             }},
+        };
+        for (const auto& [code, act] : cases)
+            try {
+                act();
+                QFAIL("it was told as stored");
+            } catch (const db_failure& failure) {
+                QCOMPARE(failure.kind(), failure_kind::other);
+                QCOMPARE(failure.code(), QString::fromLatin1(code));
+                QCOMPARE(db.number("select count(*) as n from strict"), 0);
+            }
+        QCOMPARE(db.write("insert into strict (code_bran) values (null)"), 1);
+
+        // Each of two reads what the other writes: the second to be committed has to go.
+        db.direct("set default_transaction_isolation='serializable'");
+        connection other = empty.connect();
+        other.direct("set default_transaction_isolation='serializable'");
+        class other_workstation : public line_watch {
+        public:
+            explicit other_workstation(connection& of) : line{of} {}
+            bool try_again(const db_failure&) override { return false; }
+            bool keep_waiting(std::chrono::milliseconds, bool) override
+            {
+                if (!std::exchange(done, true))
+                    line.write("insert into job_line (job_line_code) select count(*) from branch_code");
+                return true;
+            }
+            connection& line;
+            bool done = false;
+        } watch{other};
+        db.set_watch(&watch);
+        try {
+            db.write("insert into branch_code (code_bran) select count(*)+1 from job_line,"
+                     "(select pg_sleep(0.5)) as pause");
+            QFAIL("it was told as stored");
+        } catch (const db_failure& failure) {
+            QCOMPARE(failure.code(), QStringLiteral("40001"));
+        }
+        QCOMPARE(db.number("select count(*) as n from branch_code"), 1);
+        QCOMPARE(db.number("select count(*) as n from job_line"), 1);
+    }
+
     void many_rows_are_loaded_data() { engines_under_test(); }
     void many_rows_are_loaded()
     {
