@@ -168,6 +168,10 @@ void connection::persist(const ready_statement& first, progress* follow, const q
     const busy_guard guard{busy_, watch_};
     const QString name = QString::fromStdString(first.text);
     const bool is_read = first.what == verb::select;
+    // What is sent without an answer may be stored, whatever comes of the tries behind it. A transaction whose
+    // line is gone is undone.
+    const bool can_be_in_doubt = !is_read && !known_->in_transaction;
+    bool in_doubt = false;
     while (true) {
         const auto started = steady_clock::now();
         auto asked = started;
@@ -190,11 +194,20 @@ void connection::persist(const ready_statement& first, progress* follow, const q
             way_->close();
             up_ = false;
             lost.name(name);
-            if (lost.may_have_run && !first.repeatable)
-                throw db_failure{failure_kind::outcome_unknown, lost.text(), lost.statement(), lost.code()};
-            ask_and_reopen(lost);
+            in_doubt = in_doubt || (lost.may_have_run && can_be_in_doubt);
+            if (in_doubt && !first.repeatable)
+                throw lost.in_doubt();
+            try {
+                ask_and_reopen(lost);
+            } catch (const db_failure& given_up) {
+                if (in_doubt)
+                    throw given_up.in_doubt(true);
+                throw;
+            }
         } catch (db_failure& failure) {
             failure.name(name);
+            if (in_doubt || (dynamic_cast<const unanswered*>(&failure) && can_be_in_doubt))
+                throw failure.in_doubt(first.repeatable);
             throw;
         }
     }
@@ -275,30 +288,15 @@ repeated_write connection::repeat(std::string_view text)
     return {*way_, ready(text, {})};
 }
 
-namespace {
-
-/// Acts past the watch; what is behind a stall must not meet the answer that is still to come either.
-void close_at_break(driver& way, const std::function<void()>& act)
-{
-    try {
-        act();
-    } catch (const line_break&) {
-        way.close();
-        throw;
-    }
-}
-
-} // namespace
-
 void connection::direct(const std::string& text)
 {
-    close_at_break(*way_, [&] { way_->direct(text); });
+    write_past_the_watch(*way_, [&] { way_->direct(text); });
 }
 
 void connection::load(std::string_view table, const std::vector<std::string_view>& columns,
                       const std::function<bool(std::vector<cell>&)>& next)
 {
-    close_at_break(*way_, [&] { way_->load(table, columns, next); });
+    write_past_the_watch(*way_, [&] { way_->load(table, columns, next); });
 }
 
 transaction::transaction(connection& on) : on_{on}

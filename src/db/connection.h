@@ -57,7 +57,8 @@ private:
 /// text must outlive nothing; what was made of it is kept and found again.
 ///
 /// Every call throws db_failure. A lost line is not one as long as the watch says to try again: the statement
-/// waits in place. A write that was sent and not answered is sent again only where twice does what once does.
+/// waits in place. A write that was sent and not answered is sent again only where twice does what once does;
+/// whatever way it ends without an answer, its failure is outcome_unknown.
 class connection {
 public:
     explicit connection(std::unique_ptr<driver> way, line_watch* watch = nullptr);

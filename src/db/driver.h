@@ -21,6 +21,12 @@ struct line_break : db_failure {
     bool may_have_run;
 };
 
+/// The client's own side gave a statement up that was sent, and the line stands: the engine can have carried
+/// it out although it did not say so.
+struct unanswered : db_failure {
+    using db_failure::db_failure;
+};
+
 /// A statement on its way, and where its rows go.
 struct statement_run {
     const ready_statement* text;
@@ -30,7 +36,8 @@ struct statement_run {
 };
 
 /// One engine, thinly: open, run a ready statement, hand its rows on, report failures in the engine's own
-/// words. Throws line_break where the line is lost, db_failure for all else.
+/// words. Throws line_break where the line is lost, unanswered where nobody knows what came of the statement,
+/// db_failure for all else.
 class driver {
 public:
     /// Asked some 30 times a second while a statement runs; false ends it.
@@ -78,5 +85,22 @@ public:
     virtual void load(std::string_view table, const std::vector<std::string_view>& columns,
                       const std::function<bool(std::vector<cell>&)>& next) = 0;
 };
+
+/// Has something written that no watch waits for. A line that breaks is closed: what is behind a stall must not
+/// meet the answer that is still to come.
+template <typename act>
+void write_past_the_watch(driver& way, act&& sent)
+{
+    try {
+        sent();
+    } catch (const line_break& lost) {
+        way.close();
+        if (lost.may_have_run)
+            throw lost.in_doubt();
+        throw;
+    } catch (const unanswered& failure) {
+        throw failure.in_doubt();
+    }
+}
 
 } // namespace orvo

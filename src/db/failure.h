@@ -16,7 +16,7 @@ enum class failure_kind {
     conversion,      ///< a text that should be a number is none
     cancelled,       ///< the operator ended the statement
     timed_out,       ///< the statement ran beyond its time
-    outcome_unknown, ///< a write was sent, the line broke, and it must not be sent twice
+    outcome_unknown, ///< a write was sent and not answered: it may be stored or not
     disk_full,
     damaged, ///< the file is no database, or a broken one
     other
@@ -50,6 +50,10 @@ public:
             statement_ = statement;
     }
     db_failure behind(QStringList stored, QString missing) const;
+    /// The same, of a write that may have been carried out all the same.
+    db_failure in_doubt(bool can_be_repeated = false) const;
+    /// Of an unknown outcome: whether sending the write again does what sending it once does.
+    bool can_be_repeated() const { return can_be_repeated_; }
 
 private:
     failure_kind kind_;
@@ -58,6 +62,7 @@ private:
     QString code_;
     QStringList stored_;
     QString missing_;
+    bool can_be_repeated_ = false;
     QByteArray bytes_;
 };
 

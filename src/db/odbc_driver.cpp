@@ -61,6 +61,8 @@ void odbc_driver::expect_alive(const tick& waiting)
         carry_out("select 1", waiting);
     } catch (const line_break& lost) {
         throw line_break{lost.text(), false, lost.code()};
+    } catch (const unanswered& failure) {
+        throw db_failure{failure}; // it is this read that was not answered
     }
 }
 
@@ -156,7 +158,7 @@ void odbc_driver::load(std::string_view table, const std::vector<std::string_vie
         try {
             carry_out("rollback");
         } catch (const db_failure&) {
-            // With the line gone the server undoes it by itself.
+            line_.close(); // with which the server undoes it by itself
         }
         throw;
     }

@@ -15,6 +15,7 @@ namespace {
 /// FreeTDS numbers its own words from 20000 on; this is a write that did not go out.
 constexpr int drivers_own_thousands = 20;
 constexpr int not_sent = 20006;
+constexpr int servers_word = 2; ///< the rank of what the server says itself
 
 QString text_of(const SQLWCHAR* letters)
 {
@@ -150,7 +151,7 @@ void odbc_handles::fail() const
         was_sent = was_sent && number != not_sent;
         is_lost = is_lost || its_kind == failure_kind::line_lost;
         // What the server says tells more than what the driver makes of it.
-        const int rank = number == 0 ? 0 : number / 1000 == drivers_own_thousands ? 1 : 2;
+        const int rank = number == 0 ? 0 : number / 1000 == drivers_own_thousands ? 1 : servers_word;
         if (rank <= best_rank)
             continue;
         best_rank = rank;
@@ -163,6 +164,9 @@ void odbc_handles::fail() const
         SQLGetConnectAttrW(line, SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr);
     if (dead == SQL_CD_TRUE || (is_lost && (kind == failure_kind::other || kind == failure_kind::line_lost)))
         throw line_break{text, was_sent, code};
+    // A time-out of the driver's own, or whatever else it makes of a silence.
+    if (statement && best_rank < servers_word)
+        throw unanswered{kind, text, {}, code};
     throw db_failure{kind, text, {}, code};
 }
 

@@ -23,7 +23,8 @@ struct odbc_handles {
     odbc_handles(const odbc_handles&) = delete;
     odbc_handles& operator=(const odbc_handles&) = delete;
 
-    /// Throws what ODBC says of the call that failed: the server's own words and number before the driver's.
+    /// Throws what ODBC says of the call that failed: the server's own words and number before the driver's;
+    /// unanswered where the server said nothing.
     [[noreturn]] void fail() const;
     void check(SQLRETURN result) const
     {

@@ -17,11 +17,7 @@ void repeated_write::operator()(std::span<const cell> fields)
         }
     }
     try {
-        way_->run_again(*text_, fields_);
-    } catch (line_break& lost) {
-        way_->close(); // or the next statement would take an answer that is still to come for its own
-        lost.name(QString::fromStdString(text_->text));
-        throw;
+        write_past_the_watch(*way_, [this] { way_->run_again(*text_, fields_); });
     } catch (db_failure& failure) {
         failure.name(QString::fromStdString(text_->text));
         throw;

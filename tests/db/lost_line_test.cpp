@@ -183,6 +183,25 @@ private Q_SLOTS:
         QCOMPARE(line.db.write("update branch_code set branch_name='부산' where code_bran='10'"), 1);
         QCOMPARE(line.watch.asked.size(), std::size_t{1});
         QCOMPARE(line.proxy.statements(), 2);
+        // Given up, or refused at the second time, it may be stored all the same.
+        const char* taking_20 = "update branch_code set code_bran=20";
+        for (const bool goes_on : {false, true}) {
+            line.watch.answer = [&] {
+                line.direct.direct("update branch_code set code_bran=10;"
+                                   "alter table branch_code add constraint not_20 check (code_bran<>20)");
+                return goes_on;
+            };
+            line.proxy.cut_in_place_of_answer(1);
+            try {
+                line.db.write(taking_20);
+                QFAIL("it was not answered, or refused");
+            } catch (const db_failure& failure) {
+                QCOMPARE(failure.kind(), failure_kind::outcome_unknown);
+                QVERIFY(failure.can_be_repeated());
+            }
+            line.direct.direct("alter table branch_code drop constraint not_20");
+            line.watch.answer = [] { return true; };
+        }
     }
 
     void what_cannot_be_repeated_is_not_sent_again()
@@ -197,6 +216,7 @@ private Q_SLOTS:
             } catch (const db_failure& failure) {
                 QCOMPARE(failure.kind(), failure_kind::outcome_unknown);
                 QCOMPARE(failure.statement(), QString{text});
+                QVERIFY(!failure.can_be_repeated());
             }
             QCOMPARE(line.proxy.statements(), 1);
             QVERIFY(line.watch.asked.empty());

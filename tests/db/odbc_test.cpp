@@ -39,6 +39,7 @@ struct server_at_hand {
 
 constexpr const char* branches = "select * from branch_code";
 constexpr const char* insert = "insert into branch_code (code_bran) values (0)";
+constexpr const char* renaming = "update branch_code set branch_name='부산'";
 
 } // namespace
 
@@ -120,17 +121,40 @@ private Q_SLOTS:
 
     void a_server_that_never_answers_is_left()
     {
-        for (const bool hears : {true, false}) {
+        enum { held, busy, silent };
+        for (const auto how : {held, busy, silent}) {
+            const bool hears = how != silent;
             server_at_hand at;
+            load_branches(at.db, 1);
             connection short_of_time = at.connect(1);
-            hears ? at.server.keep_busy() : at.server.keep_silent();
+            how == held ? at.server.hold_answers() : hears ? at.server.keep_busy() : at.server.keep_silent();
             QCOMPARE(failure_of([&] { short_of_time.read(branches); }), hears ? timed_out : line_lost);
+            // The client's own patience is no word of the server's: what it was sent may be done.
+            for (const auto& [text, repeatable] : {std::pair{insert, false}, {renaming, true}}) {
+                if (how == silent)
+                    break;
+                try {
+                    at.connect(1).write(text);
+                    QFAIL("nobody answered");
+                } catch (const db_failure& failure) {
+                    QCOMPARE(failure.kind(), outcome_unknown);
+                    QCOMPARE(failure.can_be_repeated(), repeatable);
+                    QCOMPARE(failure.statement(), QString{text});
+                }
+            }
+            if (hears) { // a line that rested is asked whether it holds before it gets such a write
+                at.server.take_batches();
+                QCOMPARE(failure_of([&] { short_of_time.write(insert); }), timed_out);
+                QCOMPARE(at.server.take_batches(), QStringList{"select 1"});
+            }
+            QCOMPARE(at.files.connect().number("select count(*) as n from branch_code where branch_name='부산'"),
+                     how == held ? 2 : 0);
             at.watch.patience = std::chrono::milliseconds{100};
             QCOMPARE(failure_of([&] { at.db.read(branches); }), cancelled);
             at.server.resume();
             at.watch.patience = std::chrono::minutes{1};
             at.watch.tries_again = true;
-            QVERIFY(at.db.read(branches).empty());
+            QCOMPARE(at.db.read(branches).size(), std::size_t(how == held ? 2 : 1));
             QCOMPARE(at.watch.asked, hears ? 0 : 1);
         }
         server_at_hand at;

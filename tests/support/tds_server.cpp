@@ -210,7 +210,7 @@ void tds_server::take_batch(line& each, const QString& batch)
         each.answers->answer_with(*error);
     else
         each.answers->answer(batch);
-    if (silent_)
+    if (silent_ || (held_ && is_journaled))
         return;
     if (each.way.is_interrupted())
         each.way.put(done_token(done_with_attention));
@@ -280,6 +280,7 @@ void tds_server::resume()
 {
     silent_ = false;
     busy_ = false;
+    held_ = false;
     {
         const std::lock_guard guard{mutex_};
         login_error_.reset();

@@ -47,6 +47,8 @@ public:
     void keep_silent() { silent_ = true; }
     /// Batches are written down and not answered; only the client's wish to stop is.
     void keep_busy() { busy_ = true; }
+    /// Batches are carried out, and answered when the client wishes to stop.
+    void hold_answers() { held_ = true; }
     /// Takes logins, lines and batches again. What was not answered stays so.
     void resume();
 
@@ -75,6 +77,7 @@ private:
     std::atomic<int> refused_calls_ = 0;
     std::atomic<bool> silent_ = false;
     std::atomic<bool> busy_ = false;
+    std::atomic<bool> held_ = false;
     std::atomic<int> bytes_left_ = -1;
     std::atomic<int> rows_left_ = -1;
 
