@@ -104,10 +104,17 @@ bool is_local_file_sound(connection& local, inspection how)
             if (how == inspection::thorough)
                 local.read_each("select * from " + std::string{each.name}, {}, rows_of_it);
         }
-    } catch (const db_failure&) {
+    } catch (const db_failure& failure) {
+        if (is_held_elsewhere(failure))
+            throw;
         return false;
     }
     return true;
+}
+
+bool is_held_elsewhere(const db_failure& failure)
+{
+    return failure.kind() == failure_kind::timed_out || failure.kind() == failure_kind::cancelled;
 }
 
 void remake_local_file(client& c)

@@ -84,6 +84,7 @@ server_address read_server_address(const program_folder& folder)
     server.driver = server_value(folder, QStringLiteral("driver"));
     server.connect_timeout = seconds_of(folder, QStringLiteral("connect_timeout"), 15);
     server.statement_timeout = seconds_of(folder, QStringLiteral("statement_timeout"), 30);
+    server.file_timeout = server.statement_timeout;
     return server;
 }
 

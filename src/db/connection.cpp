@@ -183,7 +183,8 @@ void connection::persist(const ready_statement& first, progress* follow, const q
             const auto waited = std::chrono::duration_cast<milliseconds>(now - started);
             if (follow)
                 return follow->go_on(so_far);
-            return !watch_ || watch_->keep_waiting(waited, is_read) || !is_read;
+            const bool can_end = is_read || !way_->has_begun();
+            return !watch_ || watch_->keep_waiting(waited, can_end) || !can_end;
         };
         try {
             act(waiting);

@@ -22,7 +22,7 @@ public:
     virtual ~line_watch() = default;
     /// The line is lost. True: reopen it and go on with that very statement. False: give up.
     virtual bool try_again(const db_failure& lost) = 0;
-    /// Some 30 times a second while a statement runs. False ends it, where it is a read.
+    /// Some 30 times a second while a statement runs. False ends it, where it is a read or has not begun.
     virtual bool keep_waiting(std::chrono::milliseconds waited, bool can_end) = 0;
     /// The statement that was waited for has ended, one way or the other.
     virtual void done_waiting() {}

@@ -53,6 +53,9 @@ public:
     /// fetches row by row. Throws failure_kind::cancelled where the tick ended it.
     virtual qint64 run(const ready_statement& statement, const std::vector<bound_value>& bound,
                        row_sink* sink, bool large, const tick& waiting) = 0;
+    /// False while the statement under way waits for another program that holds the file: nothing of it is done
+    /// yet, so that even a write can be ended.
+    virtual bool has_begun() const { return true; }
     /// Whether run_together costs one wait.
     virtual bool has_pipeline() const { return false; }
     /// Statements that do not depend on each other's rows, in their order. A failure names the one that

@@ -46,7 +46,7 @@ QString file_of(const server_address& server, database which)
 connection make_connection(const server_address& server, database which, file_use use)
 {
     if (which == database::local || server.kind == engine::embedded)
-        return connection{make_sqlite_driver(file_of(server, which), which, use)};
+        return connection{make_sqlite_driver(file_of(server, which), which, use, server.file_timeout)};
     if (server.kind == engine::sqlserver)
         return connection{make_odbc_driver(server, which)};
     return connection{make_postgresql_driver(server, which)};

@@ -23,6 +23,7 @@ struct server_address {
     QString driver;    ///< of ODBC, for SQL Server: its name there, or its file
     std::chrono::seconds connect_timeout{15};
     std::chrono::seconds statement_timeout{30};
+    std::chrono::seconds file_timeout{30}; ///< how long another program may hold a file of the embedded engine
 };
 
 /// The engine of that name in a configuration: "embedded", "postgresql", "sqlserver"; nothing for another.

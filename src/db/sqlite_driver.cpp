@@ -6,6 +6,7 @@
 
 #include <sqlite3.h>
 
+#include <thread>
 #include <unordered_map>
 
 namespace orvo {
@@ -63,10 +64,16 @@ failure_kind kind_of(int extended)
     }
 }
 
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+/// Between two looks whether the file is free; the first ones come sooner.
+constexpr milliseconds longest_nap{30};
+
 class sqlite_driver : public driver {
 public:
-    sqlite_driver(QString path, database where, file_use use)
-        : path_{std::move(path)}, where_{where}, use_{use}
+    sqlite_driver(QString path, database where, file_use use, std::chrono::seconds longest_hold)
+        : path_{std::move(path)}, where_{where}, use_{use}, longest_hold_{longest_hold}
     {
     }
     ~sqlite_driver() override { sqlite_driver::close(); }
@@ -75,6 +82,7 @@ public:
     database where() const override { return where_; }
     void open(const tick& waiting) override;
     void close() override;
+    bool has_begun() const override { return !is_held_; }
     qint64 run(const ready_statement& text, const std::vector<bound_value>& bound, row_sink* sink, bool large,
                const tick& waiting) override;
     void run_again(const ready_statement& text, std::span<const cell> fields) override;
@@ -86,6 +94,10 @@ private:
     QString path_;
     database where_;
     file_use use_;
+    const std::chrono::seconds longest_hold_;
+    steady_clock::time_point held_since_;
+    bool is_held_ = false; ///< by another program, and the tick is asked
+    bool is_left_ = false; ///< since the tick said no
     sqlite3* base_ = nullptr;
     const tick* waiting_ = nullptr;
     std::unordered_map<const ready_statement*, statement_handle> prepared_;
@@ -102,12 +114,29 @@ private:
     void bind_fields(sqlite3_stmt* statement, std::span<const cell> fields);
     void make_file();
     static int on_progress(void* self);
+    static int on_busy(void* self, int times);
+
+    /// The tick of the statement under way.
+    class waiting_guard {
+    public:
+        waiting_guard(sqlite_driver& of, const tick& waiting) : of_{of}
+        {
+            of_.waiting_ = &waiting;
+            of_.is_left_ = false;
+        }
+        ~waiting_guard() { of_.waiting_ = nullptr; }
+        waiting_guard(const waiting_guard&) = delete;
+        waiting_guard& operator=(const waiting_guard&) = delete;
+
+    private:
+        sqlite_driver& of_;
+    };
 };
 
 void sqlite_driver::fail()
 {
     const int code = base_ ? sqlite3_extended_errcode(base_) : SQLITE_CANTOPEN;
-    const failure_kind kind = kind_of(code);
+    const failure_kind kind = std::exchange(is_left_, false) ? failure_kind::cancelled : kind_of(code);
     const QString text = QString::fromUtf8(base_ ? sqlite3_errmsg(base_) : "unable to open database file");
     const QString told = QString::number(code);
     if (kind == failure_kind::line_lost) // a statement that could not reach the file is undone by the journal
@@ -121,6 +150,24 @@ int sqlite_driver::on_progress(void* self)
     return waiting && !(*waiting)() ? 1 : 0;
 }
 
+/// Called as often as a lock is asked for in vain; a 0 ends it.
+int sqlite_driver::on_busy(void* self, int times)
+{
+    sqlite_driver& of = *static_cast<sqlite_driver*>(self);
+    const auto now = steady_clock::now();
+    if (times == 0)
+        of.held_since_ = now;
+    if (now - of.held_since_ > of.longest_hold_)
+        return 0;
+    of.is_held_ = true;
+    of.is_left_ = of.waiting_ && !(*of.waiting_)();
+    of.is_held_ = false;
+    if (of.is_left_)
+        return 0;
+    std::this_thread::sleep_for(std::min(milliseconds{times + 1}, longest_nap));
+    return 1;
+}
+
 void sqlite_driver::make_file()
 {
     QFile file{path_};
@@ -129,8 +176,9 @@ void sqlite_driver::make_file()
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
 }
 
-void sqlite_driver::open(const tick&)
+void sqlite_driver::open(const tick& waiting)
 {
+    const waiting_guard guard{*this, waiting};
     if (use_ == file_use::create)
         make_file();
     const QFileInfo file{path_};
@@ -141,7 +189,7 @@ void sqlite_driver::open(const tick&)
     try {
         check(result);
         sqlite3_extended_result_codes(base_, 1);
-        sqlite3_busy_timeout(base_, 5000);
+        sqlite3_busy_handler(base_, on_busy, this);
         sqlite3_progress_handler(base_, 20000, on_progress, this);
         // The local file holds nothing that lasts: a fall of the power may cost it, a fall of the program
         // does not.
@@ -228,11 +276,7 @@ qint64 sqlite_driver::run(const ready_statement& text, const std::vector<bound_v
             check(sqlite3_bind_text64(statement, at, std::get<std::string>(bound[i]).data(),
                                       std::get<std::string>(bound[i]).size(), SQLITE_STATIC, SQLITE_UTF8));
     }
-    struct tick_guard {
-        sqlite_driver& self;
-        ~tick_guard() { self.waiting_ = nullptr; }
-    } guard{*this};
-    waiting_ = &waiting;
+    const waiting_guard guard{*this, waiting};
     if (sink) {
         hand_on(statement, *sink);
         return 0;
@@ -301,9 +345,10 @@ void sqlite_driver::load(std::string_view table, const std::vector<std::string_v
 
 } // namespace
 
-std::unique_ptr<driver> make_sqlite_driver(const QString& path, database where, file_use use)
+std::unique_ptr<driver> make_sqlite_driver(const QString& path, database where, file_use use,
+                                           std::chrono::seconds longest_hold)
 {
-    return std::make_unique<sqlite_driver>(path, where, use);
+    return std::make_unique<sqlite_driver>(path, where, use, longest_hold);
 }
 
 } // namespace orvo

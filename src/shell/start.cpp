@@ -44,7 +44,10 @@ bool has_sound_local_file(client& c)
     try {
         c.local_conn.open();
         return is_local_file_sound(c.local_conn);
-    } catch (const db_failure&) {
+    } catch (const db_failure& failure) {
+        if (is_held_elsewhere(failure)) // nothing of it is lost: it must not be made anew
+            throw db_failure{failure.kind(), QStringLiteral("로컬 파일 orvo.mdb를 다른 프로그램이 쓰고 있습니다.\n"
+                                                            "그 프로그램이 끝난 뒤에 다시 시작하십시오.")};
         return false;
     }
 }
@@ -135,9 +138,14 @@ bool program::open_connections()
 
 bool program::mend_local_file()
 {
-    if (is_local_file_sound(client_->local_conn, inspection::thorough) || !offer_new_local_file())
-        return false;
-    return failures::guard(*say_, failures::policy::report, [this] { remake_local_file(*client_); });
+    bool is_mended = false;
+    failures::guard(*say_, failures::policy::report, [&] {
+        if (is_local_file_sound(client_->local_conn, inspection::thorough) || !offer_new_local_file())
+            return;
+        remake_local_file(*client_);
+        is_mended = true;
+    });
+    return is_mended;
 }
 
 } // namespace orvo

@@ -3,6 +3,7 @@
 #include "support/failure_of.h"
 #include "support/test_register.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 #include <thread>
@@ -366,6 +367,46 @@ private Q_SLOTS:
                      "from branch_code a,branch_code b where a.branch_name<>b.branch_name)=0"),
             1);
         QVERIFY(watch.could_not_end);
+    }
+
+    void a_file_that_another_program_holds_is_waited_for()
+    {
+        const test_register empty{engine::embedded};
+        connection other = empty.connect();
+        server_address hasty = empty.address();
+        hasty.file_timeout = std::chrono::seconds{1};
+        connection db = make_connection(hasty, database::server);
+        db.open();
+        class holding_watch : public line_watch {
+        public:
+            bool try_again(const db_failure&) override { return false; }
+            bool keep_waiting(std::chrono::milliseconds, bool can_end) override
+            {
+                could_end = can_end; // though it is a write: nothing of it is done
+                return goes_on();
+            }
+            bool could_end = false;
+            std::function<bool()> goes_on;
+        } watch;
+        db.set_watch(&watch);
+        const auto write = [&] { db.write("insert into branch_code (code_bran) values (0)"); };
+        watch.goes_on = [] { return false; };
+        other.direct("begin immediate");
+        QCOMPARE(failure_of(write), failure_kind::cancelled);
+        QVERIFY(watch.could_end);
+        watch.goes_on = [] { return true; };
+        QElapsedTimer clock;
+        clock.start();
+        QCOMPARE(failure_of(write), failure_kind::timed_out);
+        QVERIFY2(clock.elapsed() >= 900 && clock.elapsed() < 2000, qPrintable(QString::number(clock.elapsed())));
+        watch.goes_on = [&] { return other.direct("commit"), true; };
+        write();
+        QCOMPARE(db.number("select count(*) as n from branch_code"), 1);
+        db.close();
+        other.direct("pragma locking_mode=exclusive");
+        other.write("delete from branch_code");
+        watch.goes_on = [] { return false; };
+        QCOMPARE(failure_of([&] { db.open(); }), failure_kind::cancelled);
     }
 
     void the_server_ends_what_runs_too_long()

@@ -2,6 +2,7 @@
 #include "shell/start.h"
 #include "support/builders.h"
 #include "support/engines.h"
+#include "support/files.h"
 #include "support/ordinary_user.h"
 #include "support/pausable_proxy.h"
 #include "support/screens.h"
@@ -171,6 +172,23 @@ private Q_SLOTS:
         }
         at.hands.will_log_in(); // and the next start asks nothing
         QVERIFY(at.run());
+    }
+
+    void a_local_file_that_another_program_holds_is_left_as_it_is()
+    {
+        at_start at;
+        write_file(at.its.folder().file("conf/connection.ini"), "[SERVER]\nstatement_timeout=1\n");
+        connection other = at.its.connect(database::local);
+        other.direct("pragma locking_mode=exclusive");
+        other.write("insert into branch_code (code_bran) values (7)");
+        at.hands.will_press("로컬 파일 orvo.mdb를 다른 프로그램이 쓰고 있습니다.\n"
+                            "그 프로그램이 끝난 뒤에 다시 시작하십시오.",
+                            "확인");
+        QVERIFY(!at.run());
+        other.close();
+        at.hands.will_log_in();
+        QVERIFY(at.run());
+        QCOMPARE(at.hands.seen.size(), 2);
     }
 
     void an_unreachable_server_can_be_tried_again_data() { engines_under_test(); }
