@@ -113,6 +113,7 @@ private:
     void hand_on(sqlite3_stmt* statement, row_sink& sink);
     void bind_fields(sqlite3_stmt* statement, std::span<const cell> fields);
     void make_file();
+    void set_up(const char* setting);
     static int on_progress(void* self);
     static int on_busy(void* self, int times);
 
@@ -193,13 +194,25 @@ void sqlite_driver::open(const tick& waiting)
         sqlite3_progress_handler(base_, 20000, on_progress, this);
         // The local file holds nothing that lasts: a fall of the power may cost it, a fall of the program
         // does not.
-        direct(where_ == database::local ? "pragma synchronous=off" : "pragma synchronous=full");
+        set_up(where_ == database::local ? "pragma synchronous=off" : "pragma synchronous=full");
         if (writable)
-            direct("pragma journal_mode=wal");
+            set_up("pragma journal_mode=wal");
     } catch (const db_failure&) {
         close();
         throw;
     }
+}
+
+/// Where two make a file's journal at once, the engine does not ask whether to wait.
+void sqlite_driver::set_up(const char* setting)
+{
+    held_since_ = steady_clock::now();
+    int result = SQLITE_OK;
+    int times = 0;
+    do
+        result = sqlite3_exec(base_, setting, nullptr, nullptr, nullptr);
+    while ((result & 0xff) == SQLITE_BUSY && on_busy(this, ++times) != 0);
+    check(result);
 }
 
 void sqlite_driver::close()

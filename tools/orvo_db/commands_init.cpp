@@ -19,6 +19,27 @@ std::string quoted(const QString& name)
     return "\"" + QString{name}.replace(QLatin1Char('"'), QStringLiteral("\"\"")).toStdString() + "\"";
 }
 
+/// False where it is there already.
+bool make_database(connection& server, const QString& name)
+{
+    const auto is_there = [&] {
+        return server.number("select count(*) as cnt from pg_database where datname='{name}'",
+                             {{"name", name}}) > 0;
+    };
+    if (is_there())
+        return false;
+    try {
+        // Names are then ordered as on the embedded engine, on every server.
+        server.direct("create database " + quoted(name) +
+                      " encoding 'UTF8' lc_collate 'C' lc_ctype 'C' template template0");
+        return true;
+    } catch (const db_failure&) {
+        if (!is_there()) // by somebody else meanwhile
+            throw;
+        return false;
+    }
+}
+
 void make_databases(const context& in)
 {
     if (in.server.kind != engine::postgresql)
@@ -26,17 +47,9 @@ void make_databases(const context& in)
     context maintenance = in;
     maintenance.server.name = QStringLiteral("postgres");
     connection server = maintenance.open(database::server);
-    for (const QString& name : {in.server.name, in.server.mail_name}) {
-        if (server.number("select count(*) as cnt from pg_database where datname='{name}'",
-                          {{"name", name}}) > 0) {
-            note("the database " + name.toStdString() + " is there already");
-            continue;
-        }
-        // Names are then ordered as on the embedded engine, on every server.
-        server.direct("create database " + quoted(name) +
-                      " encoding 'UTF8' lc_collate 'C' lc_ctype 'C' template template0");
-        note("made the database " + name.toStdString());
-    }
+    for (const QString& name : {in.server.name, in.server.mail_name})
+        note(make_database(server, name) ? "made the database " + name.toStdString()
+                                         : "the database " + name.toStdString() + " is there already");
 }
 
 void run(const QCommandLineParser& line, const context& in)

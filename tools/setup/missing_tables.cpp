@@ -14,23 +14,39 @@ std::vector<QString> standing_tables(connection& on)
     return standing;
 }
 
-tables make_missing_tables(connection& on, database where)
+namespace {
+
+bool stands(const std::vector<QString>& standing, const table& one)
 {
-    const std::vector<QString> standing = standing_tables(on);
-    tables all;
-    for (const table& one : tables_of(where)) {
-        if (std::ranges::find(standing,
-                              QLatin1String(one.name.data(), static_cast<qsizetype>(one.name.size()))) !=
-            standing.end()) {
-            all.found.push_back(one.name);
-            continue;
-        }
+    return std::ranges::find(standing, QLatin1String(one.name.data(),
+                                                     static_cast<qsizetype>(one.name.size()))) !=
+           standing.end();
+}
+
+/// False where somebody else has made the table meanwhile.
+bool make(connection& on, database where, const table& one)
+{
+    try {
         transaction with_its_indexes{on};
         for (const std::string& text : make_statements(on.kind(), where, one))
             on.direct(text);
         with_its_indexes.commit();
-        all.made.push_back(one.name);
+        return true;
+    } catch (const db_failure&) {
+        if (!stands(standing_tables(on), one))
+            throw;
+        return false;
     }
+}
+
+} // namespace
+
+tables make_missing_tables(connection& on, database where)
+{
+    const std::vector<QString> standing = standing_tables(on);
+    tables all;
+    for (const table& one : tables_of(where))
+        (!stands(standing, one) && make(on, where, one) ? all.made : all.found).push_back(one.name);
     return all;
 }
 
