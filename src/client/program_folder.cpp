@@ -1,5 +1,7 @@
 #include "client/program_folder.h"
 
+#include "base/for_owner_alone.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
@@ -18,25 +20,26 @@ bool can_write_in(const QString& folder)
     return probe.open();
 }
 
-/// The templates' files go with the rights of their owner alone: the configuration will hold the server's
-/// password.
-void fill_from_templates(const QString& folder)
+} // namespace
+
+void fill_from_templates(const program_folder& folder)
 {
+    const for_owner_alone all_of_it; // the configuration will hold the server's password
     const QDir templates{QCoreApplication::applicationDirPath() + QStringLiteral("/../share/orvo/home")};
     QDirIterator files{templates.path(), QDir::Files, QDirIterator::Subdirectories};
     while (files.hasNext()) {
-        const QString source = files.next();
-        const QString target = folder + u'/' + templates.relativeFilePath(source);
+        QFile source{files.next()};
+        QFile target{folder.file(templates.relativeFilePath(source.fileName()))};
         QDir{}.mkpath(QFileInfo{target}.path());
-        if (QFile::copy(source, target))
-            QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner);
+        // Not copied as it is: a copy has the rights of what it is made from.
+        if (source.open(QIODevice::ReadOnly) && target.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+            target.write(source.readAll());
     }
 }
 
-} // namespace
-
 program_folder open_program_folder(const QString& path)
 {
+    const for_owner_alone all_of_it;
     QDir{}.mkpath(path);
     return {QDir{path}.absolutePath(), can_write_in(path)};
 }
@@ -54,7 +57,7 @@ program_folder find_program_folder()
     const bool first_use = !QFileInfo::exists(own);
     const program_folder folder = open_program_folder(own);
     if (first_use)
-        fill_from_templates(folder.path);
+        fill_from_templates(folder);
     return folder;
 }
 

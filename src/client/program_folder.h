@@ -19,4 +19,7 @@ program_folder find_program_folder();
 /// The given folder, made where it is missing.
 program_folder open_program_folder(const QString& path);
 
+/// Puts the installed templates into the folder, where it has no file of the name.
+void fill_from_templates(const program_folder& folder);
+
 } // namespace orvo

@@ -171,10 +171,8 @@ int sqlite_driver::on_busy(void* self, int times)
 
 void sqlite_driver::make_file()
 {
-    QFile file{path_};
-    if (file.exists() || !file.open(QIODevice::WriteOnly))
-        return;
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    // Nothing where the name is taken, and what cannot be made cannot be opened either.
+    QFile{path_}.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner);
 }
 
 void sqlite_driver::open(const tick& waiting)

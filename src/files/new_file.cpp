@@ -1,5 +1,6 @@
 #include "files/new_file.h"
 
+#include "base/for_owner_alone.h"
 #include "db/failure.h"
 
 #include <QFileInfo>
@@ -47,6 +48,7 @@ new_file::new_file(const QString& path) : file_{path}
                path);
     if (target.exists() && !target.isWritable())
         refuse(QStringLiteral("쓸 수 없게 보호된 파일입니다. 다른 이름으로 저장하십시오."), path);
+    const for_owner_alone fresh; // one that it replaces hands its own rights on
     errno = 0;
     if (!file_.open(QIODevice::WriteOnly)) {
         if (errno == ENOSPC || errno == EDQUOT)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/for_owner_alone.h"
 #include "shell/openers.h"
 
 #include <QStringList>
@@ -36,6 +37,7 @@ public:
     main_frm& window() { return *window_; }
 
 private:
+    const for_owner_alone all_it_writes_;
     std::unique_ptr<window_prompts> say_;
     std::unique_ptr<patience> patience_;
     std::unique_ptr<QLockFile> instance_;

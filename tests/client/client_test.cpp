@@ -109,6 +109,8 @@ private Q_SLOTS:
         QCOMPARE(first.path, folder_.file("orvo"));
         QCOMPARE(content_of(first.file("sample/page.html")), QByteArray{"<p>"});
         QCOMPARE(mode_of(first.file("conf/connection.ini")), 0600);
+        QCOMPARE(mode_of(first.file("conf")), 0700);
+        QCOMPARE(mode_of(first.path), 0700);
         // What the user has changed or thrown away stays so.
         write_file(first.file("conf/connection.ini"), "[SERVER]\nhost=a\n");
         QVERIFY(QFile::remove(first.file("sample/page.html")));

@@ -27,7 +27,11 @@ private Q_SLOTS:
             // An empty one in its place would look like a register.
             QVERIFY(!QFile::exists(file_of(server, each)));
             QVERIFY(!is_local_file_sound(missing));
+            // Nor is one made behind a name that somebody else has put there.
+            QVERIFY(QFile::link(folder.filePath("elsewhere"), file_of(server, each)));
             connection db = make_connection(server, each, file_use::create);
+            QCOMPARE(failure_of([&] { db.open(); }), failure_kind::line_lost);
+            QVERIFY(!QFile::exists(folder.filePath("elsewhere")) && QFile::remove(file_of(server, each)));
             db.open();
             db.direct("create table t(a integer)");
             for (const char* companion : {"", "-wal", "-shm"})

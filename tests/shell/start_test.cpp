@@ -1,3 +1,6 @@
+#include "client/drafts.h"
+#include "client/system_log.h"
+#include "files/write_list.h"
 #include "shell/main_frm.h"
 #include "shell/start.h"
 #include "support/builders.h"
@@ -11,12 +14,14 @@
 #include "hands/hands.h"
 
 #include <QApplication>
-#include <QDir>
+#include <QDirIterator>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+
+#include <sys/stat.h>
 
 using namespace orvo;
 
@@ -75,13 +80,6 @@ private:
     }
 };
 
-void overwrite(const QString& path, const QByteArray& bytes)
-{
-    QFile file{path};
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
 /// A program folder with an operator and a branch in the register.
 struct at_start {
     explicit at_start(engine kind = engine::embedded) : its{kind}
@@ -94,8 +92,7 @@ struct at_start {
 
     void configure(const server_address& server)
     {
-        QDir{its.folder().path}.mkpath("conf");
-        overwrite(its.folder().file("conf/connection.ini"),
+        write_file(its.folder().file("conf/connection.ini"),
                   QStringLiteral("[SERVER]\nengine=%1\nhost=%2\nport=%3\nuser=%4\npassword=%5\ndatabase=%6\n"
                                  "mail_database=%7\ntls=disable\n")
                       .arg(name_of(server.kind), server.host)
@@ -155,7 +152,7 @@ private Q_SLOTS:
     void a_broken_local_file_is_made_anew_when_wanted()
     {
         at_start at;
-        overwrite(at.local_file(), "not a database");
+        write_file(at.local_file(), "not a database");
         at.hands.will_press(no_local_file, "그만두기");
         QVERIFY(!at.run());
         QFile file{at.local_file()};
@@ -233,6 +230,40 @@ private Q_SLOTS:
             at.running.reset();
         }
         QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
+    void nobody_else_reads_what_it_writes()
+    {
+        const mode_t usual = ::umask(022);
+        at_start at;
+        QFile::remove(at.local_file());
+        const QString former = at.its.folder().file("lists/former.csv");
+        write_file(former, "");
+        QFile::setPermissions(former, read_only | QFile::WriteOwner);
+        at.hands.will_press(no_local_file, "새로 만들기");
+        at.hands.will_log_in();
+        QVERIFY(at.run());
+        client& c = at.running->running_client();
+        c.settings.setValue("width", 1);
+        c.settings.sync();
+        write_system_log(c.folder, test_clock(), "전송");
+        for (const char* list : {"lists/former.csv", "lists/new.csv"})
+            write_csv(c.folder.file(list), {{{"성명"}}, 1, [](qint64) { return QStringList{"김"}; }});
+        keep_draft(c.local_conn, "head", "insert_frm", {});
+        QStringList seen;
+        for (const QString& place : {c.folder.path, runtime_.path()})
+            for (QDirIterator all{place, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories};
+                 all.hasNext();) {
+                const QString path = all.next();
+                seen.append(all.fileName());
+                QVERIFY2(mode_of(path) == (path == former ? 0755 : 0600), qPrintable(path));
+            }
+        for (const char* each : {"SystemLog.txt", "user.ini", "orvo.mdb-wal", "orvo_db.sqlite-shm", "new.csv"})
+            QVERIFY2(seen.contains(each), each);
+        QCOMPARE(seen.filter(QRegularExpression{"^orvo-.*lock$"}).size(), 1);
+        QCOMPARE(mode_of(c.folder.file("conf")), 0700);
+        at.running.reset();
+        QCOMPARE(::umask(usual), mode_t{022});
     }
 
 private:

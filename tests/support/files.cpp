@@ -1,5 +1,7 @@
 #include "support/files.h"
 
+#include "base/for_owner_alone.h"
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -11,6 +13,7 @@ namespace orvo {
 
 void write_file(const QString& path, const QByteArray& content)
 {
+    const for_owner_alone all_of_it;
     QDir{}.mkpath(QFileInfo{path}.path());
     QFile file{path};
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())

@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 #include <map>
 
 using namespace orvo;
@@ -144,6 +146,19 @@ private Q_SLOTS:
             const outcome whole = run_tool(home, "check");
             QVERIFY2(whole.code == 0, whole.output);
         }
+    }
+
+    void a_new_folder_is_its_owners_alone()
+    {
+        const mode_t usual = ::umask(022);
+        const QString home = folder_.filePath("deep/new");
+        const int code = run_tool(home, "init").code;
+        ::umask(usual);
+        QCOMPARE(code, 0);
+        QCOMPARE(mode_of(home), 0700);
+        QCOMPARE(mode_of(home + "/conf"), 0700);
+        for (const char* each : {"conf/connection.ini", "orvo_db.sqlite", "orvo_mail.sqlite", "orvo.mdb"})
+            QCOMPARE(mode_of(home + u'/' + each), 0600);
     }
 
     void check_tells_what_the_login_may_not()

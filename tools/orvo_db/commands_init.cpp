@@ -55,6 +55,7 @@ void make_databases(const context& in)
 void run(const QCommandLineParser& line, const context& in)
 {
     expect_arguments(line, 0);
+    fill_from_templates(in.folder);
     if (line.isSet(create_databases))
         make_databases(in);
     for (const database each : {database::server, database::mail, database::local})
@@ -78,6 +79,7 @@ void make_schema(const context& in, database which, bool tell)
 }
 
 const command init_command{
-    "init", "Make the tables that are missing: register, mail queue, workstation's file.", describe, run};
+    "init", "Make what is missing: the configuration, the tables of register and mail queue, the workstation's file.",
+    describe, run};
 
 } // namespace orvo::tool

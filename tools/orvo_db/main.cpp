@@ -1,3 +1,4 @@
+#include "base/for_owner_alone.h"
 #include "db/failure.h"
 #include "orvo_db/command.h"
 #include "setup/operators.h"
@@ -117,6 +118,7 @@ void run(const QStringList& arguments)
 int main(int argc, char** argv)
 {
     QCoreApplication application{argc, argv};
+    const for_owner_alone all_it_writes;
     try {
         run(QCoreApplication::arguments());
         finish_output();
