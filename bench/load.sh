@@ -56,7 +56,8 @@ make_server "max_connections=$((most * 2 + 20))" fsync=on
 ask() { psql -qAtX "$ORVO_TEST_POSTGRESQL dbname=orvo_load" "$@"; }
 mkdir -p "$work/register/conf"
 printf '%s\n' "[SERVER]" engine=postgresql host=127.0.0.1 "port=$server_port" user=postgres database=orvo_load \
-    mail_database=orvo_load_mail >"$work/register/conf/connection.ini"
+    mail_database=orvo_load_mail tls=prefer >"$work/register/conf/connection.ini"
+chmod 600 "$work/register/conf/connection.ini"
 "$orvo_db" --home "$work/register" init --create-databases >/dev/null 2>&1
 "$orvo_db" --home "$work/register" demo --members "$members" --seed 1 --today 20260101 >/dev/null
 ask -c "vacuum (analyze, freeze)" -c checkpoint

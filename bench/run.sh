@@ -74,7 +74,8 @@ register() { # engine members
         if [[ $engine == postgresql ]]; then
             local host=${ORVO_TEST_POSTGRESQL#*host=} port=${ORVO_TEST_POSTGRESQL#*port=} user=${ORVO_TEST_POSTGRESQL#*user=}
             printf '%s\n' "[SERVER]" engine=postgresql "host=${host%% *}" "port=${port%% *}" "user=${user%% *}" \
-                "database=orvo_$members" "mail_database=orvo_mail_$members" >"$home/conf/connection.ini"
+                "database=orvo_$members" "mail_database=orvo_mail_$members" tls=prefer >"$home/conf/connection.ini"
+            chmod 600 "$home/conf/connection.ini"
             "$orvo_db" --home "$home" init --create-databases >/dev/null 2>&1
         fi
         "$orvo_db" --home "$home" demo --members "$members" --seed 1 --today 20260101 >/dev/null

@@ -1,6 +1,7 @@
 # shellcheck shell=bash
 # Sourced by scripts that run a PostgreSQL server of their own, on a free port of the loopback interface:
-#   make_server SETTING...   makes its files and starts it; ORVO_TEST_POSTGRESQL then tells how to connect
+#   make_server SETTING...   makes its files and starts it; ORVO_TEST_POSTGRESQL then tells how to connect, and
+#                            ORVO_TEST_AUTHORITY which authority answers for it
 #   let_server_fall          for a moment it stores what it is sent and answers nothing; then all its processes end on
 #                            the spot, as with a machine that falls
 #   start_server             starts it again, where it was
@@ -40,9 +41,14 @@ make_server() {
         cat "$server_folder/log" >&2
         return 1
     fi
-    # It offers TLS, as a register's server does.
-    if ! run_as_server openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 2 \
-        -subj /CN=127.0.0.1 -keyout data/server.key -out data/server.crt >"$server_folder/log" 2>&1; then
+    # It offers TLS, as a register's server does, with a certificate by an authority of its own.
+    local of_elliptic=(-newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes)
+    if ! { run_as_server openssl req -x509 "${of_elliptic[@]}" -days 2 -subj /CN=authority \
+        -keyout data/root.key -out root.crt &&
+        run_as_server openssl req "${of_elliptic[@]}" -subj /CN=server -addext subjectAltName=IP:127.0.0.1 \
+            -keyout data/server.key -out data/server.csr &&
+        run_as_server openssl x509 -req -in data/server.csr -CA root.crt -CAkey data/root.key -CAcreateserial \
+            -copy_extensions copy -days 2 -out data/server.crt; } >"$server_folder/log" 2>&1; then
         cat "$server_folder/log" >&2
         return 1
     fi
@@ -52,6 +58,7 @@ make_server() {
         server_port=$((20000 + RANDOM % 12000))
         if start_server; then
             export ORVO_TEST_POSTGRESQL="host=127.0.0.1 port=$server_port user=postgres"
+            export ORVO_TEST_AUTHORITY=$server_folder/root.crt
             return 0
         fi
     done

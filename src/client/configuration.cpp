@@ -2,6 +2,12 @@
 
 #include "base/ini.h"
 
+#include <QFileInfo>
+
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+
 namespace orvo {
 
 namespace {
@@ -44,9 +50,9 @@ engine engine_of(const QString& name)
 /// A word that is misspelt must not leave the line without what it was to demand.
 QString tls_of(const QString& word)
 {
-    if (word == QLatin1String("require") || word == QLatin1String("prefer") ||
-        word == QLatin1String("disable"))
-        return word;
+    for (const char* known : {"verify", "require", "prefer", "disable"})
+        if (word == QLatin1String{known})
+            return word;
     refuse_value("tls", word);
 }
 
@@ -81,11 +87,30 @@ server_address read_server_address(const program_folder& folder)
     server.name = server_value(folder, QStringLiteral("database"), QStringLiteral("orvo_db"));
     server.mail_name = server_value(folder, QStringLiteral("mail_database"), QStringLiteral("orvo_mail"));
     server.tls = tls_of(server_value(folder, QStringLiteral("tls"), QStringLiteral("prefer")).toLower());
+    if (const QString root = server_value(folder, QStringLiteral("tls_root")); !root.isEmpty())
+        server.tls_root = QDir{folder.file(QStringLiteral("conf"))}.absoluteFilePath(root);
     server.driver = server_value(folder, QStringLiteral("driver"));
     server.connect_timeout = seconds_of(folder, QStringLiteral("connect_timeout"), 15);
     server.statement_timeout = seconds_of(folder, QStringLiteral("statement_timeout"), 30);
     server.file_timeout = server.statement_timeout;
     return server;
+}
+
+std::vector<weakness> weaknesses_of(const program_folder& folder)
+{
+    std::vector<weakness> found;
+    const QFileInfo file{folder.file(QStringLiteral("conf/") + connection_file)};
+#ifdef Q_OS_UNIX
+    // An administrator's own file is handed to its users by its group.
+    const auto of_others =
+        file.ownerId() == ::getuid() ? QFile::ReadGroup | QFile::ReadOther : QFile::Permissions{QFile::ReadOther};
+    if (file.permissions() & of_others)
+        found.push_back(weakness::readable_by_others);
+#endif
+    if (read_server_address(folder).kind != engine::embedded &&
+        server_value(folder, QStringLiteral("tls")).isEmpty())
+        found.push_back(weakness::no_tls);
+    return found;
 }
 
 } // namespace orvo

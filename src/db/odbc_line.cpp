@@ -1,5 +1,7 @@
 #include "db/odbc_line.h"
 
+#include "db/odbc_text.h"
+
 #include <QRegularExpression>
 
 #include <array>
@@ -72,52 +74,7 @@ failure_kind kind_of(const QString& state, int number)
     return state.startsWith(QLatin1String("08")) ? failure_kind::line_lost : failure_kind::other;
 }
 
-/// A value of the connection text. FreeTDS takes everything as far as "};"; other drivers want a brace
-/// within doubled.
-QString in_braces(QString value, bool is_freetds)
-{
-    static const QRegularExpression special{QStringLiteral("[;{}=]|^\\s|\\s$")};
-    if (!value.contains(special))
-        return value;
-    if (!is_freetds)
-        value.replace(u'}', QStringLiteral("}}"));
-    return u'{' + value + u'}';
-}
-
-QString encryption(const QString& tls, bool is_freetds)
-{
-    if (tls == QLatin1String("require"))
-        return is_freetds ? QStringLiteral("Encryption=require;") : QStringLiteral("Encrypt=yes;");
-    if (tls == QLatin1String("disable"))
-        return is_freetds ? QStringLiteral("Encryption=off;") : QStringLiteral("Encrypt=no;");
-    // Every server of the last decades has a certificate, if only one that it made itself.
-    return is_freetds ? QStringLiteral("Encryption=request;")
-                      : QStringLiteral("Encrypt=yes;TrustServerCertificate=yes;");
-}
-
 } // namespace
-
-QString odbc_connection_text(const server_address& server, database where)
-{
-    const QString name = server.driver.isEmpty() ? QStringLiteral("FreeTDS") : server.driver;
-    const bool is_freetds = name.contains(QLatin1String("tds"), Qt::CaseInsensitive);
-    const QString port = QString::number(server.port ? server.port : 1433);
-    const bool has_instance = server.host.contains(u'\\') && !server.port;
-    QString text = QStringLiteral("DRIVER={%1};").arg(name);
-    const auto add = [&](const char* key, const QString& value) {
-        text += QLatin1String{key} + u'=' + in_braces(value, is_freetds) + u';';
-    };
-    add("SERVER", is_freetds || has_instance ? server.host : server.host + u',' + port);
-    if (is_freetds && !has_instance)
-        add("PORT", port);
-    add("DATABASE", where == database::mail ? server.mail_name : server.name);
-    add("UID", server.user);
-    add("PWD", server.password);
-    add("APP", QStringLiteral("orvo"));
-    if (is_freetds)
-        text += QStringLiteral("TDS_Version=7.4;ClientCharset=UTF-8;");
-    return text + encryption(server.tls, is_freetds); // the last ";" belongs to it
-}
 
 odbc_handles::~odbc_handles()
 {
@@ -172,6 +129,8 @@ void odbc_handles::fail() const
 
 void odbc_line::open(const driver::tick& waiting)
 {
+    if (const QByteArray section = freetds_section(server_); !section.isEmpty())
+        provide_freetds_section(section);
     handles_ = std::make_shared<odbc_handles>();
     const auto connect = [text = odbc_connection_text(server_, where_), timeout = server_.connect_timeout,
                           statement_timeout = server_.statement_timeout](odbc_handles& to) {

@@ -33,9 +33,6 @@ struct odbc_handles {
     }
 };
 
-/// The text that connects: for FreeTDS or, by the driver's name, for another one.
-QString odbc_connection_text(const server_address& server, database where);
-
 /// The line to a server behind ODBC, whose calls block: they are made in a thread beside, so that the wait
 /// can be watched and ended. A call that does not even end when it is told to is left alone with its line.
 class odbc_line {

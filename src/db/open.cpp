@@ -30,6 +30,11 @@ QString in_words(const server_address& server)
     return QStringLiteral("내장 DB");
 }
 
+QString trusted_authorities(const server_address& server)
+{
+    return server.tls_root.isEmpty() ? QStringLiteral("/etc/ssl/certs/ca-certificates.crt") : server.tls_root;
+}
+
 QString file_of(const server_address& server, database which)
 {
     switch (which) {

@@ -19,7 +19,8 @@ struct server_address {
     QString password;
     QString name;      ///< of the register
     QString mail_name; ///< of the mail queue
-    QString tls;       ///< "require", "prefer" or "disable"
+    QString tls;       ///< "verify", "require", "prefer" or "disable"
+    QString tls_root;  ///< for "verify": the file of the authorities that are trusted; the system's where empty
     QString driver;    ///< of ODBC, for SQL Server: its name there, or its file
     std::chrono::seconds connect_timeout{15};
     std::chrono::seconds statement_timeout{30};
@@ -35,6 +36,9 @@ enum class file_use { existing, create };
 
 /// A connection that is not open yet. `create` makes a missing file of the embedded engine.
 connection make_connection(const server_address& server, database which, file_use use = file_use::existing);
+
+/// The file of the authorities by which "verify" knows the server.
+QString trusted_authorities(const server_address& server);
 
 /// The file of a database of the embedded engine; the local file's on every engine.
 QString file_of(const server_address& server, database which);

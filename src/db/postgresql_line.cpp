@@ -1,5 +1,6 @@
 #include "db/postgresql_line.h"
 
+#include <QFile>
 #include <QRegularExpression>
 
 #include <poll.h>
@@ -40,6 +41,29 @@ failure_kind kind_of(std::string_view state)
 
 /// Nobody can do anything meanwhile.
 constexpr std::chrono::seconds longest_leaving{1};
+
+/// What libpq is told, by its own words.
+std::vector<std::pair<const char*, QByteArray>> settings_of(const server_address& server, database where)
+{
+    const qint64 milliseconds = qint64{server.statement_timeout.count()} * 1000;
+    std::vector<std::pair<const char*, QByteArray>> settings{
+        {"host", server.host.toUtf8()},
+        {"port", QByteArray::number(server.port ? server.port : 5432)},
+        {"user", server.user.toUtf8()},
+        {"password", server.password.toUtf8()},
+        {"dbname", (where == database::mail ? server.mail_name : server.name).toUtf8()},
+        {"client_encoding", "UTF8"},
+        {"application_name", "orvo"},
+        {"options", "-c statement_timeout=" + QByteArray::number(milliseconds)}};
+    if (server.tls != QLatin1String("verify")) {
+        settings.emplace_back("sslmode", server.tls.isEmpty() ? QByteArray{"prefer"} : server.tls.toUtf8());
+    } else {
+        settings.emplace_back("sslmode", "verify-full");
+        settings.emplace_back("sslrootcert", QFile::encodeName(trusted_authorities(server)));
+        settings.emplace_back("gssencmode", "disable"); // in its place nobody would show a certificate
+    }
+    return settings;
+}
 
 /// The server ends the line, and says so instead of carrying the statement out.
 bool ends_line(std::string_view state)
@@ -105,22 +129,17 @@ bool postgresql_line::wait_for_socket(short events, const driver::tick& waiting,
 void postgresql_line::open(const driver::tick& waiting)
 {
     close();
-    const QByteArray host = server_.host.toUtf8();
-    const QByteArray port = QByteArray::number(server_.port ? server_.port : 5432);
-    const QByteArray user = server_.user.toUtf8();
-    const QByteArray password = server_.password.toUtf8();
-    const QByteArray name = (where_ == database::mail ? server_.mail_name : server_.name).toUtf8();
-    const QByteArray tls = server_.tls.isEmpty() ? QByteArray{"prefer"} : server_.tls.toUtf8();
-    const QByteArray options =
-        "-c statement_timeout=" + QByteArray::number(qint64{server_.statement_timeout.count()} * 1000);
-    const char* keys[] = {
-        "host",    "port", "user", "password", "dbname", "sslmode", "client_encoding", "application_name",
-        "options", nullptr};
-    const char* given[] = {host.constData(),    port.constData(), user.constData(), password.constData(),
-                           name.constData(),    tls.constData(),  "UTF8",           "orvo",
-                           options.constData(), nullptr};
+    const auto settings = settings_of(server_, where_);
+    std::vector<const char*> keys;
+    std::vector<const char*> given;
+    for (const auto& [key, value] : settings) {
+        keys.push_back(key);
+        given.push_back(value.constData());
+    }
+    keys.push_back(nullptr);
+    given.push_back(nullptr);
     const auto deadline = steady_clock::now() + server_.connect_timeout;
-    line_ = PQconnectStartParams(keys, given, 0);
+    line_ = PQconnectStartParams(keys.data(), given.data(), 0);
     if (!line_ || PQstatus(line_) == CONNECTION_BAD)
         fail_to_open();
     PQsetNoticeProcessor(

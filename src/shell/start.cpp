@@ -52,6 +52,28 @@ bool has_sound_local_file(client& c)
     }
 }
 
+/// What the administrator should mend in the configuration. The operator goes on all the same.
+void tell_weaknesses(const program_folder& folder, prompts& say)
+{
+    QStringList all;
+    for (const weakness each : weaknesses_of(folder))
+        switch (each) {
+        case weakness::readable_by_others:
+            all.append(QStringLiteral("설정 파일을 이 컴퓨터의 다른 사용자도 읽을 수 있습니다. 서버의 비밀번호가 "
+                                      "들어 있으므로 본인만 읽을 수 있게 해야 합니다."));
+            break;
+        case weakness::no_tls:
+            all.append(QStringLiteral("서버와의 통신을 암호화할지 정하지 않았습니다(tls). 암호화되지 않은 통신은 "
+                                      "다른 사람이 엿볼 수 있습니다."));
+            break;
+        }
+    if (!all.isEmpty())
+        say.tell({all.join(QStringLiteral("\n\n")) +
+                      QStringLiteral("\n\n관리자에게 알려 주십시오. 일은 그대로 계속할 수 있습니다.\n%1")
+                          .arg(folder.file(QStringLiteral("conf/connection.ini"))),
+                  QStringLiteral("확인"), sign::exclamation});
+}
+
 } // namespace
 
 bool is_re_execute(const QStringList& arguments)
@@ -95,6 +117,7 @@ bool program::start(const QStringList& arguments, const start_steps& steps)
             say_->note(QStringLiteral("저장을 기록하지 못했습니다. 저장은 그대로 됩니다. (%1)").arg(why));
         };
         say_->mend = [this] { return mend_local_file(); };
+        tell_weaknesses(folder, *say_);
         if (!folder.is_writable)
             say_->tell(
                 {QStringLiteral("프로그램 폴더에 쓸 수 없습니다. 검색 결과와 설정이 저장되지 않습니다.\n%1")

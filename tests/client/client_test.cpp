@@ -55,6 +55,7 @@ private Q_SLOTS:
     void the_server_of_the_configuration()
     {
         const server_address usual = read_server_address(folder_);
+        QVERIFY(usual.tls_root.isEmpty());
         QCOMPARE(usual.kind, engine::embedded);
         QCOMPARE(usual.folder, folder_.path);
         QCOMPARE(usual.connect_timeout, std::chrono::seconds{15});
@@ -64,13 +65,14 @@ private Q_SLOTS:
 
         const server_address all =
             read("engine=PostgreSQL\nhost=10.0.0.7\nport=5433\nuser=orvo\npassword=\" p;w=d \"\n"
-                 "database=register\nmail_database=mail\ndriver=a b\ntls=Require\nconnect_timeout=3\n"
+                 "database=register\nmail_database=mail\ndriver=a b\ntls=Verify\ntls_root=our.crt\nconnect_timeout=3\n"
                  "statement_timeout=60\n");
         QCOMPARE(all.kind, engine::postgresql);
         QCOMPARE(all.port, 5433);
         QCOMPARE(
             (QStringList{all.host, all.user, all.password, all.name, all.mail_name, all.driver, all.tls}),
-            (QStringList{"10.0.0.7", "orvo", " p;w=d ", "register", "mail", "a b", "require"}));
+            (QStringList{"10.0.0.7", "orvo", " p;w=d ", "register", "mail", "a b", "verify"}));
+        QCOMPARE(all.tls_root, folder_.file("conf/our.crt"));
         QCOMPARE(all.connect_timeout, std::chrono::seconds{3});
         QCOMPARE(all.statement_timeout, std::chrono::seconds{60});
         // The workstation's own file stays in its folder.
@@ -87,6 +89,28 @@ private Q_SLOTS:
             } catch (const db_failure& failure) {
                 QVERIFY(failure.text().contains(value) && failure.text().contains("connection.ini"));
             }
+    }
+
+    void what_a_configuration_leaves_open()
+    {
+        using list = std::vector<weakness>;
+        QCOMPARE(weaknesses_of(folder_), list{});
+        const auto owner = QFile::ReadOwner | QFile::WriteOwner;
+        const std::tuple<const char*, QFile::Permissions, list> cases[] = {
+            {"engine=postgresql\ntls=prefer", owner, {}}, // an administrator's choice
+            {"engine=postgresql", owner, {weakness::no_tls}},
+            {"engine=sqlserver\ntls=", owner, {weakness::no_tls}},
+            {"engine=embedded", owner, {}},
+            {"engine=embedded", owner | QFile::ReadGroup, {weakness::readable_by_others}},
+            {"", owner | QFile::ReadOther, {weakness::readable_by_others}},
+            {"engine=postgresql", read_only, {weakness::readable_by_others, weakness::no_tls}},
+        };
+        for (const auto& [text, rights, found] : cases) {
+            read(text);
+            QVERIFY(QFile::setPermissions(folder_.file("conf/connection.ini"), rights));
+            QVERIFY2(weaknesses_of(folder_) == found, text);
+            QVERIFY(QFile::remove(folder_.file("conf/connection.ini")));
+        }
     }
 
     void the_program_folder_is_found_and_filled_once()

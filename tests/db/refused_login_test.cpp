@@ -1,9 +1,16 @@
+#include "db/odbc_text.h"
 #include "support/engines.h"
 #include "support/failure_of.h"
 #include "support/pausable_proxy.h"
 #include "support/tds_server.h"
 #include "support/test_register.h"
 
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSslKey>
+#include <QSslSocket>
+#include <QTcpServer>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QtEndian>
 
@@ -33,6 +40,71 @@ QByteArray refusal(const char* code, const char* words)
         fields += each + '\0';
     return framed('E', fields);
 }
+
+QString its_authority()
+{
+    return qEnvironmentVariable("ORVO_TEST_AUTHORITY");
+}
+
+/// One that answers for nobody but itself.
+struct other_authority {
+    explicit other_authority(const QTemporaryDir& folder)
+        : key{folder.filePath("other.key")}, certificate{folder.filePath("other.crt")}
+    {
+        const QString words = "req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 2 "
+                              "-subj /CN=127.0.0.1 -addext subjectAltName=IP:127.0.0.1";
+        QProcess maker;
+        maker.start("openssl", words.split(u' ') + QStringList{"-keyout", key, "-out", certificate});
+        if (!maker.waitForFinished() || maker.exitCode() != 0)
+            throw std::runtime_error{"no certificate"};
+    }
+    QString key, certificate;
+};
+
+/// A machine in the middle with a certificate that it made itself. It takes the password that it asks for.
+class impostor : public QTcpServer {
+public:
+    explicit impostor(const other_authority& by) : by_{by} { listen(QHostAddress::LocalHost); }
+
+    QByteArray password;
+
+protected:
+    void incomingConnection(qintptr descriptor) override
+    {
+        auto* line = new QSslSocket{this};
+        line->setSocketDescriptor(descriptor);
+        QFile key{by_.key};
+        if (key.open(QIODevice::ReadOnly))
+            line->setPrivateKey(QSslKey{&key, QSsl::Ec});
+        line->setLocalCertificate(by_.certificate);
+        connect(line, &QIODevice::readyRead, this, [this, line] {
+            const QByteArray said = line->readAll();
+            if (!line->isEncrypted()) { // the question for TLS
+                line->write("S");
+                line->startServerEncryption();
+            } else if (!said.startsWith('p')) { // who it is
+                line->write(framed('R', QByteArray{"\0\0\0\3", 4}));
+            } else {
+                password = said.mid(5, said.size() - 6);
+                line->disconnectFromHost();
+            }
+        });
+    }
+
+private:
+    const other_authority& by_;
+};
+
+/// Lets the impostor, which lives in the test's own thread, do its work while the client waits.
+class spinning_watch : public line_watch {
+public:
+    bool try_again(const db_failure&) override { return false; }
+    bool keep_waiting(std::chrono::milliseconds waited, bool) override
+    {
+        QCoreApplication::processEvents();
+        return waited < std::chrono::seconds{20};
+    }
+};
 
 } // namespace
 
@@ -86,8 +158,9 @@ private Q_SLOTS:
         server_address server = *postgresql_server();
         server.name = QStringLiteral("postgres");
         for (const auto& [tls, encrypted] :
-             {std::pair{"", 1}, {"prefer", 1}, {"require", 1}, {"disable", 0}}) {
+             {std::pair{"", 1}, {"prefer", 1}, {"require", 1}, {"verify", 1}, {"disable", 0}}) {
             server.tls = QString::fromLatin1(tls);
+            server.tls_root = its_authority();
             connection db = make_connection(server, database::server);
             db.open();
             QCOMPARE(db.number("select count(*) as n from pg_stat_ssl where ssl and pid=pg_backend_pid()"),
@@ -96,11 +169,96 @@ private Q_SLOTS:
         pausable_proxy plain{server};
         plain.answer_with("N"); // to the question whether the server speaks TLS
         const tds_server plain_too{test_register{engine::embedded}.address()};
-        for (server_address each : {plain.address(), plain_too.address()}) {
-            each.tls = QStringLiteral("require");
-            QCOMPARE(failure_of([&] { make_connection(each, database::server).open(); }),
-                     failure_kind::line_lost);
+        for (server_address each : {plain.address(), plain_too.address()})
+            for (const char* tls : {"require", "verify"}) {
+                each.tls = QString::fromLatin1(tls);
+                each.tls_root = its_authority();
+                QCOMPARE(failure_of([&] { make_connection(each, database::server).open(); }),
+                         failure_kind::line_lost);
+            }
+    }
+
+    void only_the_server_itself_gets_the_password()
+    {
+        if (!is_at_hand(engine::postgresql))
+            QSKIP("ORVO_TEST_POSTGRESQL names no server; scripts/with_postgresql.sh starts one");
+        const QTemporaryDir folder;
+        const other_authority other{folder};
+        server_address server = *postgresql_server();
+        server.name = QStringLiteral("postgres");
+        server.password = QStringLiteral("secret");
+        server.tls = QStringLiteral("verify");
+        const std::tuple<QString, QString, const char*> cases[] = {
+            {server.host, its_authority(), nullptr},
+            {server.host, other.certificate, "certificate verify failed"},
+            {server.host, {}, "certificate verify failed"}, // no authority of the system's answers for it
+            {server.host, folder.filePath("none"), "does not exist"},
+            {"localhost", its_authority(), "localhost"}, // the certificate bears another name
+        };
+        for (const auto& [host, root, why] : cases) {
+            server.host = host;
+            server.tls_root = root;
+            connection db = make_connection(server, database::server);
+            try {
+                db.open();
+                QVERIFY(!why);
+            } catch (const db_failure& failure) {
+                QCOMPARE(failure.kind(), failure_kind::line_lost);
+                QVERIFY2(why && failure.text().contains(why), failure.what());
+            }
         }
+
+        impostor in_the_middle{other};
+        const std::tuple<const char*, QString, const char*> trusted[] = {
+            {"require", its_authority(), "secret"},
+            {"verify", its_authority(), ""},
+            {"verify", other.certificate, "secret"}, // a server's own certificate is its authority
+        };
+        for (const auto& [tls, root, got] : trusted) {
+            server.host = QStringLiteral("127.0.0.1");
+            server.port = in_the_middle.serverPort();
+            server.tls = QString::fromLatin1(tls);
+            server.tls_root = root;
+            in_the_middle.password.clear();
+            connection db = make_connection(server, database::server);
+            spinning_watch watch;
+            db.set_watch(&watch);
+            QCOMPARE(failure_of([&] { db.open(); }), failure_kind::line_lost);
+            QCOMPARE(in_the_middle.password, QByteArray{got});
+        }
+    }
+
+    void odbc_is_told_whom_to_trust()
+    {
+        server_address server;
+        server.host = QStringLiteral("db.example");
+        server.tls_root = QStringLiteral("/a.crt");
+        const char* section = "[orvo.verified.server]\nhost = db.example\n%1\nencryption = require\n"
+                              "ca file = /a.crt\ncheck certificate hostname = yes\n";
+        const std::tuple<const char*, const char*, const char*> cases[] = {
+            {"FreeTDS", "disable", "SERVER=db.example;PORT=1433;...Encryption=off;"},
+            {"FreeTDS", "prefer", "SERVER=db.example;PORT=1433;...Encryption=request;"},
+            {"FreeTDS", "require", "SERVER=db.example;PORT=1433;...Encryption=require;"},
+            {"FreeTDS", "verify", "SERVERNAME=orvo.verified.server;...Encryption=require;"},
+            {"Other", "disable", "SERVER=db.example,1433;...Encrypt=no;"},
+            {"Other", "prefer", "SERVER=db.example,1433;...Encrypt=yes;TrustServerCertificate=yes;"},
+            {"Other", "require", "SERVER=db.example,1433;...Encrypt=yes;"},
+            {"Other", "verify", "SERVER=db.example,1433;...Encrypt=yes;TrustServerCertificate=no;"},
+        };
+        for (const auto& [driver, tls, words] : cases) {
+            server.driver = QString::fromLatin1(driver);
+            server.tls = QString::fromLatin1(tls);
+            QString text = odbc_connection_text(server, database::server);
+            text.replace(QRegularExpression{"DATABASE=.*APP=orvo;(TDS_Version=7.4;ClientCharset=UTF-8;)?"}, "...");
+            QCOMPARE(text, QStringLiteral("DRIVER={%1};").arg(server.driver) + words);
+            const bool is_elsewhere = text.contains("SERVERNAME"); // the text has no word for an authority
+            QCOMPARE(QString::fromUtf8(freetds_section(server)),
+                     is_elsewhere ? QString{section}.arg("port = 1433") : QString{});
+        }
+        server.driver.clear();
+        server.host += "\\members";
+        server.tls = QStringLiteral("verify");
+        QCOMPARE(QString::fromUtf8(freetds_section(server)), QString{section}.arg("instance = members"));
     }
 };
 

@@ -211,6 +211,26 @@ private Q_SLOTS:
         QVERIFY(at.run());
     }
 
+    void a_weak_configuration_is_told_and_the_work_goes_on()
+    {
+        if (!is_at_hand(engine::postgresql))
+            QSKIP("ORVO_TEST_POSTGRESQL names no server; scripts/with_postgresql.sh starts one");
+        at_start at{engine::postgresql};
+        at.configure(at.its.address());
+        const QString path = at.its.folder().file("conf/connection.ini");
+        write_file(path, content_of(path).replace("tls=disable\n", ""));
+        QFile::setPermissions(path, read_only);
+        const QString readable = "설정 파일을 이 컴퓨터의 다른 사용자도 읽을 수 있습니다. 서버의 비밀번호가 들어 "
+                                 "있으므로 본인만 읽을 수 있게 해야 합니다.\n\n";
+        const QString no_tls = "서버와의 통신을 암호화할지 정하지 않았습니다(tls). 암호화되지 않은 통신은 다른 사람이 "
+                               "엿볼 수 있습니다.\n\n";
+        const QString end = "관리자에게 알려 주십시오. 일은 그대로 계속할 수 있습니다.\n" + path;
+        at.hands.will_press(readable + no_tls + end, "확인");
+        at.hands.will_log_in();
+        QVERIFY(at.run());
+        QCOMPARE(at.hands.seen, (QStringList{readable + no_tls + end, "login_dlg"}));
+    }
+
     void a_folder_that_cannot_be_written_is_said()
     {
         at_start at;

@@ -60,7 +60,7 @@ void point_at(const QString& home, const server_address& server)
 {
     write_file(home + "/conf/connection.ini",
                QStringLiteral("[SERVER]\nengine=%1\nhost=%2\nport=%3\nuser=%4\npassword=%5\n"
-                              "database=%6\nmail_database=%7\n")
+                              "database=%6\nmail_database=%7\ntls=prefer\n")
                    .arg(QLatin1String{name_of(server.kind)}, server.host, QString::number(server.port),
                         server.user, server.password, server.name, server.mail_name)
                    .toUtf8());
@@ -109,11 +109,26 @@ private Q_SLOTS:
         db.direct("alter table company drop column company_fax");
         const outcome found = run_tool(home, "check");
         QCOMPARE(found.code, 1);
-        QCOMPARE(found.output, QByteArray{"the register: not as it should be\n"
+        QCOMPARE(found.output, QByteArray{"the configuration: as it should be\n"
+                                          "the register: not as it should be\n"
                                           "  the column company_fax of company is missing\n"
                                           "  the table contract is missing\n"
                                           "the mail queue: as it should be\n"
                                           "the workstation's file: as it should be\n"});
+    }
+
+    void check_tells_what_the_configuration_leaves_open()
+    {
+        const QString home = new_home("weak", "init");
+        QCOMPARE(run_tool(home, "check").code, 0);
+        QVERIFY(content_of(home + "/conf/connection.ini").contains("\ntls=require\n"));
+        write_file(home + "/conf/connection.ini", "[SERVER]\nengine=postgresql\nport=1\nhost=127.0.0.1\n");
+        QFile::setPermissions(home + "/conf/connection.ini", read_only);
+        const outcome found = run_tool(home, "check");
+        QCOMPARE(found.code, 1);
+        QVERIFY2(found.output.startsWith("the configuration: not as it should be\n  others can read "),
+                 found.output);
+        QVERIFY2(found.output.contains("\n  conf/connection.ini says nothing of tls, "), found.output);
     }
 
     void two_at_once_make_one_register_data() { engines_under_test(); }

@@ -1,3 +1,4 @@
+#include "client/configuration.h"
 #include "orvo_db/command.h"
 #include "setup/table_check.h"
 
@@ -16,18 +17,37 @@ std::vector<std::string> look_at(const context& in, database which)
     }
 }
 
+std::vector<std::string> look_at_configuration(const context& in)
+{
+    std::vector<std::string> found;
+    for (const weakness each : weaknesses_of(in.folder))
+        switch (each) {
+        case weakness::readable_by_others:
+            found.push_back("others can read conf/connection.ini, which holds the server's password: chmod 600");
+            break;
+        case weakness::no_tls:
+            found.push_back("conf/connection.ini says nothing of tls, so that a line may go in clear: "
+                            "tls=verify or tls=require");
+            break;
+        }
+    return found;
+}
+
+/// Returns how many faults it has told.
+std::size_t tell(const std::string& of, const std::vector<std::string>& faults)
+{
+    print("the " + of + ": " + (faults.empty() ? "as it should be" : "not as it should be") + "\n");
+    for (const std::string& each : faults)
+        print("  " + each + "\n");
+    return faults.size();
+}
+
 void run(const QCommandLineParser& line, const context& in)
 {
     expect_arguments(line, 0);
-    std::size_t faults = 0;
-    for (const database which : {database::server, database::mail, database::local}) {
-        const std::vector<std::string> found = look_at(in, which);
-        print("the " + std::string{name_of(which)} + ": " +
-              (found.empty() ? "as it should be" : "not as it should be") + "\n");
-        for (const std::string& each : found)
-            print("  " + each + "\n");
-        faults += found.size();
-    }
+    std::size_t faults = tell("configuration", look_at_configuration(in));
+    for (const database which : {database::server, database::mail, database::local})
+        faults += tell(name_of(which), look_at(in, which));
     if (faults > 0)
         throw tool_failure{std::to_string(faults) + (faults == 1 ? " thing is" : " things are") +
                            " to be mended"};
