@@ -1,5 +1,7 @@
 #include "shell/commands.h"
 
+#include <algorithm>
+
 namespace orvo {
 
 namespace {
@@ -80,6 +82,23 @@ QStringList withheld_from(const session_variables& session)
     if (session.session_right2 == 0)
         names.append(text("m_edu"));
     return names;
+}
+
+bool may_start(const session_variables& session, const command& what)
+{
+    if (!session.session_ok)
+        return what.target == QLatin1String("login_dlg");
+    const QStringList withheld = withheld_from(session);
+    QString name = what.name;
+    QString around = what.menu;
+    while (!withheld.contains(name)) {
+        const auto head = std::ranges::find(menu_heads(), around, &menu_head::name);
+        if (head == menu_heads().end())
+            return !withheld.contains(around);
+        name = head->name;
+        around = head->parent;
+    }
+    return false;
 }
 
 bool dispatch_knows(qint16 current_screen)

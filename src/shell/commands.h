@@ -37,6 +37,10 @@ const std::vector<command>& commands();
 /// Menus, items and buttons (by name) that an operator may not start.
 QStringList withheld_from(const session_variables& session);
 
+/// Whether an operator may start a command, whatever it is started by: neither it nor a menu around it is
+/// withheld, and before the login there is nothing but the login.
+bool may_start(const session_variables& session, const command& what);
+
 /// Whether a screen command can close the screen of that code and go on. Codes 8 and 9 are those of dialogs,
 /// for which the dispatch has no row: after one of them screen commands stay without effect until a screen
 /// sets the code anew, so that no half-entered credit line is closed under the operator's hands.

@@ -120,8 +120,9 @@ void main_frm::show_operator()
 void main_frm::apply_rights()
 {
     const QStringList withheld = withheld_from(c_);
-    for (const auto& [name, action] : actions_)
-        action->setEnabled(!withheld.contains(name));
+    for (const command& each : commands())
+        if (const auto action = actions_.find(each.name); action != actions_.end())
+            action->second->setEnabled(may_start(c_, each));
     for (const auto& [name, menu] : menus_)
         menu->menuAction()->setEnabled(!withheld.contains(name));
     const bool can_search = actions_.contains(QStringLiteral("m_m_search")) && c_.session_right1 != 0;
@@ -147,6 +148,9 @@ bool main_frm::log_in_and_start()
 
 void main_frm::start(const command& what)
 {
+    // A grey menu holds no more than the mouse: tools for the blind, and others, reach the items in it.
+    if (!may_start(c_, what))
+        return c_.say.note(QStringLiteral("이 명령을 쓸 권한이 없습니다."));
     switch (what.kind) {
     case command_kind::screen:
         return open_screen(what.target);

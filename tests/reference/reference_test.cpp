@@ -146,6 +146,9 @@ private Q_SLOTS:
             QVERIFY(!insert_img.isEnabled() && !insert_img.toolTip().isEmpty());
             at.enter("부", each.search_button);
             QCOMPARE(at.cells(0), QStringLiteral("20부산"));
+            at.dlg->findChild<QPushButton*>("insert_img")->setEnabled(true); // as by a tool from outside
+            at.enter("부", "insert_img");
+            QCOMPARE(at.on.say.take_texts(), QStringList{"코드는 본회에서만 추가할 수 있습니다."});
         }
     }
 

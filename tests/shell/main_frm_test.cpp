@@ -18,19 +18,27 @@ const std::map<QString, qint16> codes{
     {"edu_frm", screen_code::edu_frm},       {"data_m_frm", screen_code::data_m_frm},
     {"frmSMSSend", screen_code::frmSMSSend}, {"sup_all_ud_dlg", screen_code::sup_all_ud_dlg}};
 
+struct rights {
+    qint16 administration = 1;
+    qint16 education = 1;
+    const char* branch = "0";
+};
+
 /// The main window whose targets are stubs. What they do is kept in `log`: "+name" opens, "-name" closes.
 struct at_window {
-    explicit at_window(qint16 administration = 1)
+    explicit at_window(const rights& of = {})
     {
         openers what = all_stubs();
-        what.dialogs["login_dlg"] = [administration](client& c, desk&, QWidget*) {
-            c.session_branch = "0";
-            c.session_right1 = administration;
-            c.session_right2 = 1;
+        what.dialogs["login_dlg"] = [this, of](client& c, desk&, QWidget*) {
+            log.append("+login_dlg");
+            c.session_branch = of.branch;
+            c.session_right1 = of.administration;
+            c.session_right2 = of.education;
             c.session_ok = true;
         };
         window = std::make_unique<main_frm>(on.c, std::move(what));
         window->log_in_and_start();
+        log.clear();
     }
     ~at_window() { window.reset(); }
 
@@ -86,9 +94,8 @@ private Q_SLOTS:
         } sessions[] = {{false, "0", 1, 1, "Toolbar1(1) Toolbar1(3) Toolbar1(5)"},
                         {true, "0", 1, 1, "m_login"},
                         {true, "00", 1, 1, "m_login"},
-                        {true, "", 1, 1, "m_login"},
                         {true, "7", 1, 1, "m_login m_other"},
-                        {true, "07", 1, 1, "m_login m_other"},
+                        {true, "7 A", 1, 1, "m_login m_other"},
                         {true, "0", 0, 1, "Toolbar1(1) m_login m_mg"},
                         {true, "0", 1, 0, "m_edu m_login"},
                         {true, "0", -1, 2, "m_login"}, // another number is a right too
@@ -108,13 +115,59 @@ private Q_SLOTS:
     void what_is_withheld_cannot_be_reached_by_keys()
     {
         for (const qint16 right : {1, 0}) {
-            at_window at{right};
+            at_window at{{right}};
             QCOMPARE(at.action("m_mg").isEnabled(), right == 1);
             QCOMPARE(at.action("Toolbar1(1)").isEnabled(), right == 1);
             bring_up(*at.window);
             QTest::keyClick(at.window.get(), Qt::Key_F, Qt::ControlModifier); // the way round the menu
             QCoreApplication::processEvents();
             QCOMPARE(at.log.size(), right);
+        }
+    }
+
+    void what_is_withheld_opens_nothing_whatever_starts_it()
+    {
+        const QString of_administration = " m_m_search m_mg_dues m_t_date m_r_etc m_other Toolbar1(1)";
+        const QString of_education = " m_edu_pers m_Sup m_eduapp m_center m_etc m_lic_app";
+        const QString others = " m_edu_in m_lic m_SupCreate Toolbar1(3) Toolbar1(5)";
+        const struct {
+            rights of;
+            QString withheld;
+        } operators[] = {{{1, 1, "0"}, "m_login"},
+                         {{1, 1, "7"}, "m_login m_other"},
+                         {{1, 1, "7 A"}, "m_login m_other"},
+                         {{0, 1, "0"}, "m_login" + of_administration},
+                         {{1, 0, "0"}, "m_login" + of_education},
+                         {{0, 0, "7"}, "m_login" + of_administration + of_education}};
+        const auto refused = [](at_window& at, const auto& start) {
+            QStringList names;
+            for (const command& each : commands()) {
+                at.on.c.current_screen = screen_code::none;
+                start(each);
+                QCoreApplication::processEvents();
+                if (std::exchange(at.log, {}).isEmpty())
+                    names.append(each.name);
+            }
+            names.sort();
+            return names;
+        };
+        const auto sorted = [](const QString& names) {
+            QStringList all = names.split(u' ');
+            all.sort();
+            return all;
+        };
+        for (const auto& [of, withheld] : operators) {
+            at_window at{of};
+            QCOMPARE(refused(at, [&](const command& each) { at.window->start(each); }), sorted(withheld));
+            QCOMPARE(at.on.say.take_notes().size(), sorted(withheld).size());
+            QCOMPARE(refused(at, [&](const command& each) { at.action(qPrintable(each.name)).trigger(); }),
+                     sorted(withheld));
+            const auto start_behind_the_login = [&](const command& each) {
+                at.on.c.session_ok = false;
+                at.window->start(each);
+            };
+            QCOMPARE(refused(at, start_behind_the_login),
+                     sorted((of_administration + of_education + others).mid(1)));
         }
     }
 

@@ -17,6 +17,8 @@ message refusal(const char* text)
 
 const message nothing_found{QStringLiteral("검색한 내용이 없습니다."), {}, sign::information};
 
+const char* const head_office_alone = "코드는 본회에서만 추가할 수 있습니다.";
+
 const QString synced = QStringLiteral("코드표를 서버와 맞추었습니다.\n"
                                       "목록을 확인하고, 찾는 항목이 없으면 다시 추가하십시오.");
 
@@ -56,7 +58,7 @@ code_editor_dlg::code_editor_dlg(client& c, desk& at, const code_editor& of, QWi
     arrange(more);
     if (c.is_branch_operator()) {
         insert_img->setEnabled(false);
-        insert_img->setToolTip(QStringLiteral("코드는 본회에서만 추가할 수 있습니다."));
+        insert_img->setToolTip(QString::fromUtf8(head_office_alone));
     }
     on_enter(str_txt, [this] { search(); });
     lead_by_enter();
@@ -143,6 +145,8 @@ values code_editor_dlg::parents() const
 
 void code_editor_dlg::add()
 {
+    if (c_.is_branch_operator())
+        return refuse(refusal(head_office_alone), str_txt);
     if (str_txt->text().isEmpty())
         return refuse(refusal("항목을 입력하여 주세요"), str_txt);
     for (const code_extras::parent_list& each : parents_)
