@@ -157,6 +157,7 @@ int main(int argc, char** argv)
     no_operator say{ours};
     const program_folder folder = find_program_folder();
     client c{folder, read_server_address(folder), say};
+    c.session_branch = QStringLiteral("0");
     c.db_conn.open();
     c.local_conn.open();
     const auto tell = [&](const char* what, const char* who, qint64 found, double value) {

@@ -1,14 +1,8 @@
 #pragma once
 
-#include <QString>
+#include "client/branches.h"
 
 namespace orvo {
-
-/// Whether a code is a branch's: "07" is one, "00" is head office. The test is one of numbers.
-inline bool is_branch(const QString& session_branch)
-{
-    return session_branch.trimmed().toInt() != 0;
-}
 
 /// Who works here. Written by the login alone, but for `current_screen`, which each screen sets when it
 /// opens.

@@ -25,6 +25,8 @@ bool log_in(client& c, const QString& id, const QString& password)
 
 QString session_branch_name(client& c)
 {
+    if (!number_of_branch(c.session_branch))
+        return QStringLiteral("지부 코드 오류: \"%1\"").arg(c.session_branch);
     const rows branch = c.local_conn.read("select branch_name from branch_code where code_bran='{code}'",
                                           {{"code", c.session_branch}});
     return branch.empty() ? QString{} : branch.front().text("branch_name");

@@ -9,6 +9,7 @@ namespace orvo {
 bool log_in(client& c, const QString& id, const QString& password);
 
 /// The name of the operator's branch, from the mirror of the code tables; empty where it does not know it.
+/// Of a branch that is none, whose operator finds nobody, what is wrong with it.
 QString session_branch_name(client& c);
 
 } // namespace orvo

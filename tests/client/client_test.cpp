@@ -159,13 +159,37 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(log));
     }
 
-    void only_branches_make_a_branch_operator()
+    void an_operator_sees_what_is_his_branchs()
     {
-        session_variables session;
-        for (const auto& [branch, is_branch] :
-             {std::pair{"0", false}, {"00", false}, {"", false}, {"10", true}, {" 07 ", true}}) {
+        // Of which of the branches 7, 8 and 0 an operator sees members; all three are head office's.
+        for (const auto& [branch, seen] : {std::pair{"0", "780"},
+                                           {"00", "780"},
+                                           {" 000 ", "780"},
+                                           {"7", "70"},
+                                           {"07", "70"},
+                                           {" 7 ", "70"},
+                                           {"10", "0"},
+                                           {"", ""},
+                                           {"  ", ""},
+                                           {"abc", ""},
+                                           {"7 A", ""},
+                                           {"0x7", ""},
+                                           {"7\t", ""},
+                                           {"0.0", ""},
+                                           {"+7", ""},
+                                           {"-7", ""},
+                                           {"-0", ""},
+                                           {"７", ""},
+                                           {"2147483648", ""},
+                                           {"18446744073709551616", ""}}) {
+            session_variables session;
             session.session_branch = QString{branch};
-            QVERIFY2(session.is_branch_operator() == is_branch, branch);
+            QString all;
+            for (const int code : {7, 8, 0})
+                if (sees_members_of(branch, code))
+                    all += QString::number(code);
+            QCOMPARE(all, QString{seen});
+            QVERIFY2(session.is_branch_operator() == (all != "780"), branch);
         }
     }
 };

@@ -31,7 +31,8 @@ private Q_SLOTS:
                                 {"0", "E20261120EEEEEE", "", "1 1 2 3"}, // two years, twice in the list
                                 {"0", "20261119EEE20261231EEEDE", "", "1 2"},
                                 {"10", "20261101EEEEEEE", "", "1 1"}, // without those of no branch
-                                {"30", "20261101EEEEEEE", nobody, "1 1"}}) {
+                                {"30", "20261101EEEEEEE", nobody, "1 1"},
+                                {"10 A", "20261101EEEEEEE", nobody, "1 1"}}) {
             on.c.session_branch = row[0];
             dues_search_dlg dlg{on.c, desk, nullptr};
             bring_up(dlg);

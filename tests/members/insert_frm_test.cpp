@@ -52,7 +52,6 @@ struct at_form {
     explicit at_form(engine kind = engine::embedded) : on{kind}
     {
         on.c.session_id = QStringLiteral("head");
-        on.c.session_branch = QStringLiteral("0");
         add_codes(on.c.local_conn);
         open();
     }

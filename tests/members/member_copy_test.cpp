@@ -119,6 +119,10 @@ private Q_SLOTS:
             {"branch", search_item::name, "%", "b c", "7"},
             {"branch with a nought", search_item::name, "%", "b c", "07"},
             {"head office by two noughts", search_item::name, "%", "a b c d", "00"},
+            {"padded branch", search_item::name, "%", "b c", " 7 "},
+            {"no branch", search_item::name, "%", "", "7 A"},
+            {"no branch and workplace", search_item::workplace, "한빛", "", ""},
+            {"branch below nought", search_item::name, "%", "", "-7"},
             {"branch and licence", search_item::licence, "001", "b", "7"},
             {"branch and workplace", search_item::workplace, "한빛", "c", "7"},
         };

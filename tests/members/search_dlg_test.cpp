@@ -28,7 +28,6 @@ struct at_search {
     explicit at_search(engine kind = engine::embedded) : on{kind}
     {
         on.c.session_id = QStringLiteral("head");
-        on.c.session_branch = QStringLiteral("0");
         a_member{kim}.store_in(on.c.db_conn);
         a_member{lee}.named("이영수").of_branch(20).licensed("77").store_in(on.c.db_conn);
         a_member{kim}.store_in(on.c.local_conn);

@@ -62,6 +62,8 @@ private Q_SLOTS:
         QCOMPARE(on.c.session_branch, QStringLiteral("7"));
         QCOMPARE((QList<int>{on.c.session_right1, on.c.session_right2, on.c.session_right3}),
                  (QList<int>{0, 2, 3}));
+        on.c.session_branch = "7 A"; // as a register with a text there may hold it
+        QVERIFY(session_branch_name(on.c).contains("7 A"));
     }
 
     void the_dialog_asks_in_its_order()

@@ -85,6 +85,7 @@ running_client::running_client(engine kind)
     c.local_conn.open();
     c.db_conn.open();
     c.mail_conn.open();
+    c.session_branch = QStringLiteral("0");
 }
 
 } // namespace orvo

@@ -39,7 +39,7 @@ private:
 /// The clock of tests: 2026-11-22 10:00:00, a Sunday.
 QDateTime test_clock();
 
-/// A client on a register of its own with its connections open, as it is behind the login.
+/// A client on a register of its own with its connections open, as it is behind the login of head office.
 struct running_client {
     explicit running_client(engine kind);
 

@@ -1,6 +1,6 @@
 #include "members/rules/member_search.h"
 
-#include "client/session.h"
+#include "client/branches.h"
 
 namespace orvo {
 
@@ -29,10 +29,8 @@ std::string_view query_of(search_item item)
 member_query search_query(search_item item, const QString& key, const QString& session_branch)
 {
     member_query query{std::string{query_of(item)}, {{"key", key}}};
-    if (is_branch(session_branch)) {
-        query.text += " and (code_bran='{session_branch}' or code_bran='0')";
-        query.given.add({"session_branch", session_branch});
-    }
+    narrow_to_branch(query.text, query.given, session_branch,
+                     " and (code_bran='{session_branch}' or code_bran='0')");
     return query;
 }
 

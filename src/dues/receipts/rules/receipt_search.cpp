@@ -1,6 +1,6 @@
 #include "dues/receipts/rules/receipt_search.h"
 
-#include "client/session.h"
+#include "client/branches.h"
 #include "dues/receipts/rules/receipt_queue.h"
 
 #include <QElapsedTimer>
@@ -156,10 +156,8 @@ std::optional<listed_receipts> queue_receipts(connection& db, connection& local,
 {
     statement members{std::string{members_text(wanted.item)},
                       {{"key", wanted.key}, {"kind", wanted.code_member}}};
-    if (is_branch(wanted.session_branch)) {
-        members.text += " and code_bran='{session_branch}'";
-        members.given.add({"session_branch", wanted.session_branch});
-    }
+    narrow_to_branch(members.text, members.given, wanted.session_branch,
+                     " and code_bran='{session_branch}'");
     members.text += " and code_member='{kind}'";
     const payment_texts payments{std::string{home_text}, std::string{workplace_text}, {}};
     return fill_queue(db, local, members, "get_mail_place", payments, follow, found_some);
@@ -180,10 +178,8 @@ std::optional<listed_receipts> queue_receipts(connection& db, connection& local,
                       "from person_m_tbl a ,dues_b_tbl b where a.pers_no=b.pers_no" +
                           period,
                       given};
-    if (is_branch(wanted.session_branch)) {
-        members.text += " and a.code_bran='{session_branch}'";
-        members.given.add({"session_branch", wanted.session_branch});
-    }
+    narrow_to_branch(members.text, members.given, wanted.session_branch,
+                     " and a.code_bran='{session_branch}'");
     const payment_texts payments{std::string{home_text} + period,
                                  std::string{workplace_in_period_text} + period, given};
     return fill_queue(db, local, members, "get_mail", payments, follow, found_some);
