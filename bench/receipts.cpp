@@ -52,7 +52,7 @@ public:
             give_up(what.text);
     }
     bool ask(const message& what, const QString&, const QString&, answer) override { give_up(what.text); }
-    QString file_to_write(const QStringList&, int) override { return file_; }
+    file_to_be file_to_write(const QStringList&, int) override { return {file_}; }
     void note(const QString& text) override { give_up(text); }
 
 private:

@@ -17,6 +17,12 @@ struct message {
     QString about = {};   ///< said below the text, in a smaller voice
 };
 
+/// A file that is to be written. Without a path where the operator cancelled.
+struct file_to_be {
+    QString path;
+    int filter = 0; ///< the place of the one that it was named under
+};
+
 /// All that interrupts the operator passes here, so that tests can answer.
 class prompts {
 public:
@@ -28,9 +34,8 @@ public:
                      answer usual = answer::first) = 0;
     /// Asks for the name of a file to write. A filter is a text and what it lets through, as in
     /// "엑셀파일(*.xls)|*.xls"; `selected` is the place of the one that stands at first. The name has the
-    /// ending of a filter, and may be that of a file that the operator is willing to lose. Empty where he
-    /// cancelled.
-    virtual QString file_to_write(const QStringList& filters, int selected = 0) = 0;
+    /// ending of a filter, and may be that of a file that the operator is willing to lose.
+    virtual file_to_be file_to_write(const QStringList& filters, int selected = 0) = 0;
     /// Said in passing, in the status bar.
     virtual void note(const QString& text) = 0;
     /// A file turned out damaged. True where it was the workstation's own and has been made anew, so that the

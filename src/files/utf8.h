@@ -7,7 +7,9 @@
 
 namespace orvo {
 
-enum class line_breaks { kept, as_blanks };
+/// How a text is written: as it is, or as a cell between commas on its line. There a comma becomes the
+/// full-width one, and a control character, above all a line break, a blank.
+enum class text_as { it_is, cell_of_a_line };
 
 /// What put_utf8 writes at most for a text.
 inline qsizetype utf8_room(QStringView text)
@@ -17,7 +19,7 @@ inline qsizetype utf8_room(QStringView text)
 
 /// Writes a text in UTF-8 and returns the place behind it. Half a pair becomes the replacement character, a
 /// null nothing. The toolkit's own encoder costs as much for each short cell as this one for all of it.
-template <line_breaks breaks>
+template <text_as as>
 char* put_utf8(char* to, QStringView text)
 {
     const char16_t* at = text.utf16();
@@ -27,7 +29,10 @@ char* put_utf8(char* to, QStringView text)
             std::uint64_t four;
             std::memcpy(&four, at, sizeof four);
             constexpr std::uint64_t each = 0x0001000100010001;
-            if ((four & (each * 0xFF80)) != 0 || ((four + each * 0x7FE0) & (each * 0x8000)) != each * 0x8000)
+            std::uint64_t simple = four + each * 0x7FE0;
+            if constexpr (as == text_as::cell_of_a_line)
+                simple &= (four ^ each * ',') + each * 0x7FFF;
+            if ((four & (each * 0xFF80)) != 0 || (simple & (each * 0x8000)) != each * 0x8000)
                 break;
             four = (four | four >> 8) & 0x0000FFFF0000FFFF;
             const auto packed = static_cast<std::uint32_t>(four | four >> 16);
@@ -44,17 +49,16 @@ char* put_utf8(char* to, QStringView text)
         if (at == end)
             break;
         const unsigned one = *at++;
-        if (one >= 0x20 && one < 0x80) {
+        if (as == text_as::cell_of_a_line && one == ',') {
+            std::memcpy(to, "\xEF\xBC\x8C", 3);
+            to += 3;
+        } else if (one >= 0x20 && one < 0x80) {
             *to++ = static_cast<char>(one);
         } else if (one < 0x20) {
-            const bool is_break = one == '\n' || one == '\r';
-            if (breaks == line_breaks::as_blanks && is_break) {
-                if (one == '\r' && at != end && *at == '\n')
-                    ++at;
-                *to++ = ' ';
-            } else if (one != 0) {
-                *to++ = static_cast<char>(one);
-            }
+            if (as == text_as::cell_of_a_line && one == '\r' && at != end && *at == '\n')
+                ++at;
+            if (one != 0)
+                *to++ = as == text_as::cell_of_a_line ? ' ' : static_cast<char>(one);
         } else if (one < 0x800) {
             *to++ = static_cast<char>(0xC0 | (one >> 6));
             *to++ = static_cast<char>(0x80 | (one & 0x3F));

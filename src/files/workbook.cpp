@@ -137,7 +137,7 @@ private:
         const auto room = static_cast<std::size_t>(utf8_room(cell)) + 1;
         if (room > cell_.size())
             cell_.resize(room);
-        *put_utf8<line_breaks::kept>(cell_.data(), cell) = 0;
+        *put_utf8<text_as::it_is>(cell_.data(), cell) = 0;
         return cell_.data();
     }
 };

@@ -62,27 +62,38 @@ QString workbook_name(client& c, const QString& asked)
 void export_csv(client& c, const text_table& list, const QString& number_caption)
 {
     failures::guard(c.say, failures::policy::show_error, [&] {
-        const QString path = c.say.file_to_write({QStringLiteral("(*.csv)콤마로 분리된 텍스트 파일|*.csv")});
-        if (path.isEmpty())
+        const file_to_be file =
+            c.say.file_to_write({QStringLiteral("(*.csv)콤마로 분리된 텍스트 파일|*.csv"),
+                                 QStringLiteral("(*.csv)콤마로 분리된 텍스트 파일 (cp949)|*.csv")});
+        if (file.path.isEmpty())
             return show_error(c.say, error_number::file_dialog_cancelled, {});
+        qint64 lost = 0;
         {
             export_progress follow{list.row_count};
-            write_csv(path, list, &follow, number_caption);
+            lost = write_csv(file.path, list, &follow, number_caption,
+                             file.filter == 1 ? csv_encoding::cp949 : csv_encoding::utf8);
         }
         if (list.row_count == 0)
-            c.say.tell({QStringLiteral("엑셀로 변환할 내용이 없습니다."), QStringLiteral("확인"),
-                        sign::exclamation});
-        else
-            c.say.tell(
-                {QStringLiteral("CSV 파일이 작성 되었습니다."), QStringLiteral("확인"), sign::information});
+            return c.say.tell({QStringLiteral("엑셀로 변환할 내용이 없습니다."), QStringLiteral("확인"),
+                               sign::exclamation});
+        message done{QStringLiteral("CSV 파일이 작성 되었습니다."), QStringLiteral("확인"),
+                     sign::information};
+        if (lost > 0)
+            done.about = QStringLiteral("cp949에 없는 글자 %1자를 ?로 바꾸었습니다. 그대로 두려면 첫째 형식으로 "
+                                        "저장하십시오.")
+                             .arg(with_separators(lost));
+        c.say.tell(done);
     });
 }
 
 void make_excel_file(client& c, const QStringList& header, const text_table& list)
 {
     failures::guard(c.say, failures::policy::plain_box, [&] {
-        const QString asked = c.say.file_to_write(
-            {QStringLiteral("엑셀파일(*.xls)|*.xls"), QStringLiteral("엑셀파일(*.xlsx)|*.xlsx")}, 1);
+        const QString asked =
+            c.say
+                .file_to_write(
+                    {QStringLiteral("엑셀파일(*.xls)|*.xls"), QStringLiteral("엑셀파일(*.xlsx)|*.xlsx")}, 1)
+                .path;
         if (asked.isEmpty())
             return c.say.tell({QStringLiteral("파일이름을 입력하여 주세요")});
         const QString name = workbook_name(c, asked);

@@ -38,13 +38,15 @@ save_file_dialog::save_file_dialog(const QStringList& filters, int selected, QWi
     }
 }
 
-QString save_file_dialog::chosen_ending() const
+int save_file_dialog::chosen_filter() const
 {
-    // Some versions of the toolkit tell the whole filter here, others what is seen of it.
-    for (qsizetype at = 0; at < shown_.size(); ++at)
-        if (shown_[at].startsWith(selectedNameFilter()))
-            return endings_[at];
-    return {};
+    // Some versions of the toolkit tell the whole filter here, others what is seen of it: a filter that
+    // another one begins with is seen to end where that one's words go on.
+    const QString selected = selectedNameFilter();
+    for (int at = 0; at < shown_.size(); ++at)
+        if (shown_[at] == selected || shown_[at].section(u'(', 0, -2).trimmed() == selected)
+            return at;
+    return 0;
 }
 
 void save_file_dialog::accept()
@@ -56,7 +58,7 @@ void save_file_dialog::accept()
     const bool is_name = name && !name->text().isEmpty() && !name->text().endsWith(u'/') &&
                          !QFileInfo{directory(), name->text()}.isDir();
     if (is_name && std::none_of(endings_.cbegin(), endings_.cend(), ends_name))
-        name->setText(name->text() + chosen_ending());
+        name->setText(name->text() + endings_[chosen_filter()]);
     QFileDialog::accept(); // looks for a file of that name, and asks
 }
 

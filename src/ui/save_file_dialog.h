@@ -11,14 +11,15 @@ class save_file_dialog : public QFileDialog {
 public:
     save_file_dialog(const QStringList& filters, int selected, QWidget* over);
 
+    /// The place of the filter that is selected now.
+    int chosen_filter() const;
+
 protected:
     void accept() override;
 
 private:
     QStringList endings_; ///< with their dots, by filter
     QStringList shown_;   ///< the filters as the toolkit writes them
-
-    QString chosen_ending() const;
 };
 
 } // namespace orvo

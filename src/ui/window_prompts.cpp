@@ -65,10 +65,12 @@ bool window_prompts::ask(const message& what, const QString& first, const QStrin
     return box.clickedButton() == yes;
 }
 
-QString window_prompts::file_to_write(const QStringList& filters, int selected)
+file_to_be window_prompts::file_to_write(const QStringList& filters, int selected)
 {
     save_file_dialog asking{filters, selected, QApplication::activeWindow()};
-    return asking.exec() == QDialog::Accepted ? asking.selectedFiles().value(0) : QString{};
+    if (asking.exec() != QDialog::Accepted)
+        return {};
+    return {asking.selectedFiles().value(0), asking.chosen_filter()};
 }
 
 void window_prompts::note(const QString& text)

@@ -14,7 +14,7 @@ class window_prompts : public prompts {
 public:
     void tell(const message& what) override;
     bool ask(const message& what, const QString& first, const QString& second, answer usual) override;
-    QString file_to_write(const QStringList& filters, int selected) override;
+    file_to_be file_to_write(const QStringList& filters, int selected) override;
     void note(const QString& text) override;
     bool mend_local_file() override { return mend && mend(); }
 

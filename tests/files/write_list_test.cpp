@@ -1,5 +1,6 @@
 #include "files/write_list.h"
 
+#include "base/cp949.h"
 #include "support/failure_of.h"
 #include "support/files.h"
 #include "support/ordinary_user.h"
@@ -76,9 +77,9 @@ private Q_SLOTS:
     void a_csv_byte_for_byte()
     {
         write_csv(path_, table_of({{"성명"}, {"주소"}},
-                                  {{"김'영희", "서울, 중구"}, {"한\r\n줄\n씩", ""}, {"é😀", "\"0\""}}));
-        QCOMPARE(content_of(path_), QByteArray{"\xEF\xBB\xBFno,성명,주소\r\n1,김'영희,서울, 중구\r\n"
-                                               "2,한 줄 씩,\r\n3,é😀,\"0\"\r\n"});
+                                  {{"김'영희", "서울, 중구"}, {"한\r\n줄\n씩", ""}, {"é😀", "가\"0\""}}));
+        QCOMPARE(content_of(path_), QByteArray{"\xEF\xBB\xBFno,성명,주소\r\n1,김'영희,서울， 중구\r\n"
+                                               "2,한 줄 씩,\r\n3,é😀,가\"0\"\r\n"});
         write_csv(path_, table_of({{"성명"}}, {{"가"}}), nullptr, {});
         QCOMPARE(content_of(path_), QByteArray{"\xEF\xBB\xBF성명\r\n가\r\n"});
         QByteArray ordered{"\xEF\xBB\xBFno,성명\r\n"};
@@ -86,6 +87,60 @@ private Q_SLOTS:
             ordered += QStringLiteral("%1,김영희%2\r\n").arg(at + 1).arg(at).toUtf8();
         write_csv(path_, long_table(50'001));
         QVERIFY(content_of(path_) == ordered);
+    }
+
+    void a_cell_neither_runs_nor_shifts_its_neighbours()
+    {
+        // A cell, and what is written of it: beside a text, and in a column of numbers where that differs.
+        const QStringList cases[] = {
+            {"=1+1", "'=1+1"},
+            {"=cmd|'/c calc'!A1", "'=cmd|'/c calc'!A1"},
+            {"@SUM(1)", "'@SUM(1)"},
+            {"+82-10-1234", "'+82-10-1234"},
+            {"-2+3", "'-2+3"},
+            {"+", "'+"},
+            {" =1", "' =1"},
+            {"\t=1", "' =1"},
+            {"\r\n-A1", "' -A1"},
+            {QString{QChar{0}} + "=1", "'=1"},
+            {QString{QChar{0xA0}} + "=1", "'" + QString{QChar{0xA0}} + "=1"},
+            {QString{QChar{0x200B}} + "=1", "'" + QString{QChar{0x200B}} + "=1"},
+            {"＝1", "'＝1"},
+            {"\"=1\"", "'\"=1\""},
+            {"\"서울", "'\"서울"},
+            {"--", "--"},
+            {"-", "-"},
+            {"-- ", "-- "},
+            {"-5", "-5"},
+            {"+821012345678", "+821012345678"},
+            {"-12.50", "-12.50"},
+            {"-1,000", "-1，000", "-1000"},
+            {"1,234,567", "1，234，567", "1234567"},
+            {"12,34", "12，34"},
+            {"1234,567", "1234，567"},
+            {",서울,,", "，서울，，"},
+            {"abcdefg,hij", "abcdefg，hij"},
+            {"a\tb", "a b"},
+            {"2026-11-22", "2026-11-22"},
+            {"kim@orvo.kr", "kim@orvo.kr"},
+            {"'=1", "'=1"},
+        };
+        for (const QStringList& each : cases) {
+            write_csv(path_, table_of({{"=글"}, {"수", true}}, {{each[0], each[0]}}), nullptr, {});
+            QCOMPARE(QString::fromUtf8(content_of(path_)),
+                     QString{"'=글,수\r\n%1,%2\r\n"}.arg(each[1], each.last()));
+        }
+    }
+
+    void older_readers_get_cp949()
+    {
+        const auto list = table_of({{"성명"}}, {{"똠방, 각하♡"}, {"é😀–?"}, {QString{QChar{0xE000}}}, {"김"}});
+        QCOMPARE(write_csv(path_, list, nullptr, "no", csv_encoding::cp949), 4);
+        const QByteArray content = content_of(path_);
+        QVERIFY(content.startsWith("no,\xBC\xBA\xB8\xED\r\n"));
+        QCOMPARE(*from_cp949(content), "no,성명\r\n1,똠방， 각하♡\r\n2,????\r\n3,?\r\n4,김\r\n");
+        QCOMPARE(write_csv(path_, long_table(200'000), nullptr, "no", csv_encoding::cp949), 0);
+        QVERIFY(from_cp949(content_of(path_))->endsWith("\n200000,김영희199999\r\n"));
     }
 
     void a_workbook_read_back()
@@ -112,7 +167,7 @@ private Q_SLOTS:
         const QString target = place + "/명단";
         const auto fails = [&](bool as_csv, qint64 rows, const QString& to, progress* follow = nullptr) {
             return failure_of([&] {
-                as_csv ? write_csv(to, long_table(rows), follow)
+                as_csv ? void(write_csv(to, long_table(rows), follow))
                        : write_workbook(to, {}, long_table(rows), follow);
             });
         };

@@ -31,14 +31,14 @@ bool scripted_prompts::ask(const message& what, const QString&, const QString&, 
     return expected_.takeFirst().what == answer::first;
 }
 
-QString scripted_prompts::file_to_write(const QStringList& filters, int selected)
+file_to_be scripted_prompts::file_to_write(const QStringList& filters, int selected)
 {
     if (files_.isEmpty() || files_.first().filters != filters || files_.first().selected != selected) {
         fail_test(
             QStringLiteral("unexpected question for a file: %1, %2").arg(filters.join(u' ')).arg(selected));
         return {};
     }
-    return files_.takeFirst().name;
+    return files_.takeFirst().named;
 }
 
 QStringList scripted_prompts::take_texts()

@@ -4,6 +4,7 @@
 
 #include <QList>
 
+#include <optional>
 #include <utility>
 
 namespace orvo {
@@ -17,16 +18,17 @@ public:
     void tell(const message& what) override { told_.append(what); }
     bool ask(const message& what, const QString& first, const QString& second,
              answer usual = answer::first) override;
-    QString file_to_write(const QStringList& filters, int selected = 0) override;
+    file_to_be file_to_write(const QStringList& filters, int selected = 0) override;
     void note(const QString& text) override { notes_.append(text); }
 
     /// The next question must bear this text; it gets this answer.
     void will_answer(const QString& question, answer what) { expected_.append({question, what}); }
     /// The next question for a file must offer these filters, of which that one is selected; it gets this
-    /// name.
-    void will_name_file(const QStringList& filters, int selected, const QString& name)
+    /// name, under the selected filter or another one.
+    void will_name_file(const QStringList& filters, int selected, const QString& name,
+                        std::optional<int> filter = {})
     {
-        files_.append({filters, selected, name});
+        files_.append({filters, selected, {name, filter.value_or(selected)}});
     }
     /// What the last question said below its text.
     const QString& asked_about() const { return asked_about_; }
@@ -46,7 +48,7 @@ private:
     struct file_expectation {
         QStringList filters;
         int selected;
-        QString name;
+        file_to_be named;
     };
 
     QString asked_about_;

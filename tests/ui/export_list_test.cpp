@@ -8,6 +8,7 @@
 #include "ui/save_file_dialog.h"
 #include "ui/window_prompts.h"
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -18,7 +19,8 @@ using namespace orvo;
 
 namespace {
 
-const QStringList csv{"(*.csv)콤마로 분리된 텍스트 파일|*.csv"};
+const QStringList csv{"(*.csv)콤마로 분리된 텍스트 파일|*.csv",
+                      "(*.csv)콤마로 분리된 텍스트 파일 (cp949)|*.csv"};
 const QStringList excel{"엑셀파일(*.xls)|*.xls", "엑셀파일(*.xlsx)|*.xlsx"};
 
 } // namespace
@@ -32,7 +34,7 @@ private Q_SLOTS:
         running_client running{engine::embedded};
         QTemporaryDir home;
         grid of{"a_grd", {{"이름", 100}, {"금액", 80, true}}, running.c};
-        of.fill({{{"나", "2"}}, {{"가", "10"}}});
+        of.fill({{{"나😀", "2"}}, {{"가", "1,000"}}});
         of.sortByColumn(0, Qt::AscendingOrder);
         bring_up(of, 400, 300);
         const auto choose = [&](Qt::Key command) {
@@ -42,12 +44,17 @@ private Q_SLOTS:
         const QString path = home.filePath("a.csv");
         running.say.will_name_file(csv, 0, path);
         choose(Qt::Key_S);
-        QCOMPARE(content_of(path), QByteArray{"\xEF\xBB\xBFno,이름,금액\r\n1,가,10\r\n2,나,2\r\n"});
+        QCOMPARE(content_of(path), QByteArray{"\xEF\xBB\xBFno,이름,금액\r\n1,가,1000\r\n2,나😀,2\r\n"});
+        running.say.will_name_file(csv, 0, path, 1);
+        choose(Qt::Key_S);
+        QVERIFY(content_of(path).startsWith("no,\xC0\xCC\xB8\xA7,"));
+        const QList<message> told = running.say.take_told();
+        QVERIFY(told[0].about.isEmpty() && told[1].about.contains("글자 1자를 ?로"));
         running.say.will_name_file(excel, 1, home.filePath("a.xlsx"));
         choose(Qt::Key_X);
         QCOMPARE(content_of(home.filePath("a.xlsx")).first(4), QByteArray{"PK\3\4"});
-        QCOMPARE(running.say.take_texts(),
-                 (QStringList{"CSV 파일이 작성 되었습니다.", "엑셀파일이 작성 되었습니다."}));
+        QCOMPARE(told[0].text + running.say.take_texts().join(u' '),
+                 "CSV 파일이 작성 되었습니다.엑셀파일이 작성 되었습니다.");
 
         of.clear_rows();
         running.say.will_name_file(csv, 0, path);
@@ -102,6 +109,14 @@ private Q_SLOTS:
         QTRY_COMPARE(asking.result(), int{QDialog::Accepted});
         QVERIFY2(question.contains("2026.11.xlsx"), qPrintable(question));
         QCOMPARE(asking.selectedFiles(), QStringList{home.filePath("2026.11.xlsx")});
+        for (const int at : {1, 0}) {
+            save_file_dialog naming{csv, 0, nullptr};
+            auto& types = control<QComboBox>(naming, "fileTypeCombo");
+            QCOMPARE(types.itemText(at), csv[at].section('|', 0, 0));
+            types.setCurrentIndex(at);
+            Q_EMIT types.activated(at);
+            QCOMPARE(naming.chosen_filter(), at);
+        }
     }
 };
 

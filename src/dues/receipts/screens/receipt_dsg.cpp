@@ -162,7 +162,7 @@ void receipt_dsg::print()
 
 void receipt_dsg::write_pdf()
 {
-    const QString path = c_.say.file_to_write({QStringLiteral("PDF 문서(*.pdf)|*.pdf")});
+    const QString path = c_.say.file_to_write({QStringLiteral("PDF 문서(*.pdf)|*.pdf")}).path;
     if (path.isEmpty())
         return;
     {
