@@ -316,6 +316,10 @@ private Q_SLOTS:
         at.write("pers_no1_txt", QStringLiteral("900101"));
         auto& alike = control<QListWidget>(*at.form, "lookalike_lst");
         QTRY_COMPARE(alike.count(), 1);
+        QCOMPARE(alike.item(0)->text().section("  ", 0, 1), "김영희  900101-*******");
+        at.on.c.session_branch = "20"; // and she is of 10
+        at.write("name_txt", QStringLiteral("김영희"));
+        QTRY_COMPARE(alike.item(0)->text(), "다른 지부의 회원  서울에 문의하십시오.");
         at.write("name_txt", QStringLiteral("김철수"));
         QTRY_COMPARE(alike.count(), 0);
     }

@@ -177,23 +177,39 @@ private Q_SLOTS:
     {
         FETCH_ENGINE(kind);
         running_client on{kind};
-        for (const auto& [number, name] : {std::pair{"9001011234568", "김영희"},
-                                           {"9001012222222", "오'영희"},
-                                           {"9001019999999", "김영희"},
-                                           {"9001021234567", "김영희"}})
-            a_member{number}.named(name).store_in(on.c.db_conn);
-        const auto found = [&](const char* name, const char* first, const char* second) {
-            QString all;
-            for (const lookalike& each : find_lookalikes(on.c.db_conn, on.c.local_conn, name, first, second))
-                all += each.pers_no.right(2) + (each.same_number ? "! " : " ");
-            return all;
+        for (const auto& [code, name] : {std::pair{10, "서울"}, {20, "부산"}})
+            a_row{"branch_code", database::local}
+                .with("code_bran", code)
+                .with("branch_name", name)
+                .store_in(on.c.local_conn);
+        for (const auto& [number, name, branch] : {std::tuple{"9001011234568", "김영희", 10},
+                                                   {"9001012222222", "오'영희", 20},
+                                                   {"9001018888888", "김영희", 20},
+                                                   {"9001019999999", "김영희", 20},
+                                                   {"9001017777777", "김영희", 0},
+                                                   {"9001021234567", "김영희", 10}})
+            a_member{number}.named(name).of_branch(branch).with("regi_date", "2026").store_in(on.c.db_conn);
+        const auto found = [&](const char* branch, const char* name, const char* first, const char* second) {
+            QStringList all;
+            for (const lookalike& each :
+                 find_lookalikes(on.c.db_conn, on.c.local_conn, branch, name, first, second))
+                all += each.pers_name + each.birth + each.branch + each.regi_date +
+                       (each.is_seen ? "" : "?") + (each.same_number ? "!" : "");
+            all.sort();
+            return all.join(u' ');
         };
-        QCOMPARE(found("김영희", "900101", ""), "68 99 ");
-        QCOMPARE(found("김영희", "900101", "1234568"), "68! 99 ");
-        QCOMPARE(found("", "900101", "2222222"), "22! ");
-        QCOMPARE(found("오'영희", "900101", ""), "22 ");
-        QCOMPARE(found("김영희", "90010", ""), "");
-        QCOMPARE(found("", "900101", ""), "");
+        const QString own = "김영희900101서울2026", of_none = "김영희9001012026", other = "김영희900101부산2026";
+        QCOMPARE(found("0", "김영희", "900101", ""), of_none + ' ' + other + ' ' + other + ' ' + own);
+        QCOMPARE(found("00", "김영희", "900101", "1234568"),
+                 of_none + ' ' + other + ' ' + other + ' ' + own + '!');
+        QCOMPARE(found("0", "", "900101", "2222222"), "오'영희900101부산2026!");
+        QCOMPARE(found("0", "오'영희", "900101", ""), "오'영희900101부산2026");
+        QCOMPARE(found("0", "김영희", "90010", ""), "");
+        QCOMPARE(found("0", "", "900101", ""), "");
+        // Of another branch's members no more than that there are some, and where.
+        QCOMPARE(found("10", "김영희", "900101", ""), of_none + ' ' + own + " 부산?");
+        QCOMPARE(found("20", "김영희", "900101", "1234568"), of_none + ' ' + other + ' ' + other + " 서울?!");
+        QCOMPARE(found("7 A", "김영희", "900101", "9999999"), "? 부산?! 서울?");
     }
 };
 

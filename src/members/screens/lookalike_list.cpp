@@ -39,9 +39,11 @@ private:
 
 QString line_of(const lookalike& each)
 {
-    return QStringLiteral("%1  %2-%3  %4  %5")
-        .arg(each.pers_name, each.pers_no.left(6), each.pers_no.right(7), each.branch,
-             with_hyphens(each.regi_date));
+    if (!each.is_seen)
+        return QStringLiteral("다른 지부의 회원  %1에 문의하십시오.")
+            .arg(each.branch.isEmpty() ? QStringLiteral("본회") : each.branch);
+    return QStringLiteral("%1  %2-*******  %3  %4")
+        .arg(each.pers_name, each.birth, each.branch, with_hyphens(each.regi_date));
 }
 
 } // namespace
@@ -76,8 +78,8 @@ void lookalike_list::look()
     std::vector<lookalike> alike;
     try {
         const quick_glance server{c_.db_conn};
-        alike = find_lookalikes(c_.db_conn, c_.local_conn, name_txt_->text(), pers_no1_txt_->text(),
-                                pers_no2_txt_->text());
+        alike = find_lookalikes(c_.db_conn, c_.local_conn, c_.session_branch, name_txt_->text(),
+                                pers_no1_txt_->text(), pers_no2_txt_->text());
     } catch (const db_failure&) {
         // The save asks the register again, and says what is wrong with the line.
     }
