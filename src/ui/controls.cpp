@@ -104,6 +104,23 @@ void code_list::fill(const rows& from, std::string_view text_column, std::string
     setCurrentIndex(-1);
 }
 
+bool code_list::keep_only(const rows& these, std::string_view text_column, std::string_view code_column)
+{
+    const auto is_kept = [&](int at) {
+        for (const auto row : these)
+            if (row.number(code_column) == itemData(at).toLongLong() && row.text(text_column) == itemText(at))
+                return true;
+        return false;
+    };
+    const bool loses_choice = currentIndex() >= 0 && !is_kept(currentIndex());
+    if (loses_choice)
+        setCurrentIndex(-1); // or a neighbour would be chosen in its place
+    for (int at = count(); at-- > 0;)
+        if (!is_kept(at))
+            removeItem(at);
+    return !loses_choice;
+}
+
 QString code_list::code() const
 {
     return currentIndex() < 0 ? QString{} : currentData().toString();

@@ -39,6 +39,9 @@ public:
     void add(const QString& text, qint64 code);
     /// Empties the list and takes an entry from each row.
     void fill(const rows& from, std::string_view text_column, std::string_view code_column);
+    /// Takes out what is not among these rows, by text and code. False where the choice went with it: then
+    /// nothing is chosen.
+    bool keep_only(const rows& these, std::string_view text_column, std::string_view code_column);
     /// The code of the chosen entry; an empty text where none is chosen.
     QString code() const;
     /// Chooses the first entry with that code, or none.

@@ -39,6 +39,8 @@ void add_codes(connection& db)
     add("big_division", {{"code_big", "30"}, {"big_name", "학교"}});
     add("section_code",
         {{"code_bran", "10"}, {"code_big", "30"}, {"code_sect", "2"}, {"section_name", "강남"}});
+    add("section_code",
+        {{"code_bran", "20"}, {"code_big", "30"}, {"code_sect", "2"}, {"section_name", "해운대"}});
     add("money_member", {{"code_member", "1"}, {"mem_kind", "정회원"}, {"mem_dues", "50000"}});
     add("great_division", {{"code_part", "100"}, {"code_great", "10"}, {"great_name", "학교급식"}});
     add("small_division",
@@ -188,11 +190,16 @@ private Q_SLOTS:
         QCOMPARE(at.on.say.take_texts(), QStringList{"지부를 선택하여 주세요"});
         at.pick("bran_cbb", QStringLiteral("부산"));
         at.pick("big_cbb", QStringLiteral("학교"));
-        QCOMPARE(control<QComboBox>(*at.form, "sect_cbb").count(), 0);
+        QCOMPARE(control<QComboBox>(*at.form, "sect_cbb").itemText(0), "해운대");
         at.pick("bran_cbb", QStringLiteral("서울"));
         QCOMPARE(control<QComboBox>(*at.form, "sect_cbb").count(), 0); // the division decides
         at.pick("big_cbb", QStringLiteral("학교"));
-        QCOMPARE(control<QComboBox>(*at.form, "sect_cbb").count(), 1);
+        at.pick("sect_cbb", QStringLiteral("강남"));
+        at.pick("bran_cbb", QStringLiteral("서울"));
+        QCOMPARE(at.shown("sect_cbb"), "강남");
+        at.pick("bran_cbb", QStringLiteral("부산")); // where that code is another sub-branch's
+        QCOMPARE(at.shown("sect_cbb") + control<QComboBox>(*at.form, "sect_cbb").itemText(0), "");
+        QCOMPARE(at.on.say.take_notes().size(), 1);
         at.pick("great_div_cbb", {});
         QCOMPARE(at.on.say.take_texts(), QStringList{"근무처 구분을 선택하십시요"});
         at.on.c.local_conn.write("delete from money_member");

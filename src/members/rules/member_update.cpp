@@ -1,6 +1,7 @@
 #include "members/rules/member_update.h"
 
 #include "base/resident_number.h"
+#include "client/branches.h"
 #include "db/schema/schema.h"
 
 #include <algorithm>
@@ -114,6 +115,13 @@ std::vector<column_value> keep_what_cannot_be_shown(const std::vector<column_val
             each.value = was;
     }
     return kept;
+}
+
+bool leaves_what_is_seen(const std::vector<column_value>& typed, const rows::row& stored,
+                         const QString& session_branch)
+{
+    const qint64 to = value_of(typed, "code_bran").toLongLong();
+    return to != stored.number("code_bran") && !sees_members_of(session_branch, to);
 }
 
 bool keeps_telephone(const member_data& typed, const std::vector<column_value>& untouched,

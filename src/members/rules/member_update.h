@@ -20,6 +20,10 @@ std::vector<column_value> keep_what_cannot_be_shown(const std::vector<column_val
                                                     const std::vector<column_value>& untouched,
                                                     const rows::row& stored);
 
+/// Whether a change takes the member to a branch whose members the operator does not see.
+bool leaves_what_is_seen(const std::vector<column_value>& typed, const rows::row& stored,
+                         const QString& session_branch);
+
 /// Whether the home telephone is one that the form cannot show and nobody touched.
 bool keeps_telephone(const member_data& typed, const std::vector<column_value>& untouched,
                      const rows::row& stored);

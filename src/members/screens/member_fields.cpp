@@ -154,7 +154,12 @@ void member_fields::attach(desk& at, QWidget* form)
         c_.zip_target = 1;
         at.open_above(QStringLiteral("zip_dlg"), form);
     });
-    // A pick of the branch alone leaves the sub-branches as they are: the division decides.
+    for (code_list* above : {bran_cbb, big_cbb})
+        QObject::connect(above, &QComboBox::currentIndexChanged, form, [this](int chosen) {
+            if (chosen >= 0)
+                failures::guard(c_.say, failures::policy::report, [this] { drop_others_sections(); });
+        });
+    // A pick of the branch alone brings no other sub-branches: the division decides.
     QObject::connect(big_cbb, &QComboBox::activated, form, [this] {
         failures::guard(c_.say, failures::policy::report, [this] {
             const QString why = fill_sections();
@@ -198,6 +203,16 @@ QString member_fields::fill_sections()
     if (found.refusal.isEmpty())
         sect_cbb->fill(found.sections, "section_name", "code_sect");
     return found.refusal;
+}
+
+/// Under another branch or division the code of a sub-branch is another one's, or nobody's.
+void member_fields::drop_others_sections()
+{
+    if (sect_cbb->count() == 0)
+        return;
+    const section_choices theirs = read_sections(c_.local_conn, bran_cbb->code(), big_cbb->code());
+    if (!sect_cbb->keep_only(theirs.sections, "section_name", "code_sect"))
+        c_.say.note(QStringLiteral("소속분회가 고른 지부와 분과의 것이 아니어서 비웠습니다."));
 }
 
 member_data member_fields::read() const

@@ -55,6 +55,7 @@ private:
     QString default_email_;
 
     void attach(desk& at, QWidget* form);
+    void drop_others_sections();
 };
 
 /// The three fields of a telephone number: "tel" makes tel1_txt, tel2_txt, tel3_txt.
