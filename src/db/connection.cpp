@@ -202,13 +202,13 @@ void connection::persist(const ready_statement& first, progress* follow, const q
                 ask_and_reopen(lost);
             } catch (const db_failure& given_up) {
                 if (in_doubt)
-                    throw given_up.in_doubt(true);
+                    throw given_up.in_doubt();
                 throw;
             }
         } catch (db_failure& failure) {
             failure.name(name);
             if (in_doubt || (dynamic_cast<const unanswered*>(&failure) && can_be_in_doubt))
-                throw failure.in_doubt(first.repeatable);
+                throw failure.in_doubt();
             throw;
         }
     }

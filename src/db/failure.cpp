@@ -26,11 +26,10 @@ db_failure db_failure::behind(QStringList stored, QString missing) const
     return told;
 }
 
-db_failure db_failure::in_doubt(bool can_be_repeated) const
+db_failure db_failure::in_doubt() const
 {
     db_failure told{*this};
     told.kind_ = failure_kind::outcome_unknown;
-    told.can_be_repeated_ = can_be_repeated;
     return told;
 }
 

@@ -51,9 +51,7 @@ public:
     }
     db_failure behind(QStringList stored, QString missing) const;
     /// The same, of a write that may have been carried out all the same.
-    db_failure in_doubt(bool can_be_repeated = false) const;
-    /// Of an unknown outcome: whether sending the write again does what sending it once does.
-    bool can_be_repeated() const { return can_be_repeated_; }
+    db_failure in_doubt() const;
 
 private:
     failure_kind kind_;
@@ -62,7 +60,6 @@ private:
     QString code_;
     QStringList stored_;
     QString missing_;
-    bool can_be_repeated_ = false;
     QByteArray bytes_;
 };
 

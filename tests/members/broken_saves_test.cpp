@@ -201,6 +201,48 @@ private Q_SLOTS:
             }
     }
 
+    /// SQL Server carries out what its client has no more patience for, and the payment is pressed again.
+    void a_payment_that_timed_out_is_stored_once()
+    {
+        const auto of = std::ranges::find(saves_under_test(), QLatin1String{"a payment is added"},
+                                          [](const save_under_test& each) { return QLatin1String{each.name}; });
+        QStringList end;
+        int in_doubt = 0;
+        for (int late = of->statements; late >= 0; --late) { // the first one is not disturbed
+            const test_register its{engine::sqlserver};
+            server_address hasty = its.address();
+            hasty.statement_timeout = std::chrono::seconds{1};
+            connection direct = its.connect();
+            connection local = its.connect(database::local);
+            connection db = make_connection(hasty, database::server);
+            of->prepare(direct);
+            save what{of->plan(direct), db, local};
+            db.open();
+            cutting_watch watch;
+            watch.behind = [&](int done) {
+                if (done == late)
+                    its.sql_server().hold_answers();
+            };
+            watch.behind(0);
+            db.set_watch(&watch);
+            try {
+                what.carry_out();
+            } catch (const db_failure& failure) {
+                QVERIFY2(failure.kind() == failure_kind::outcome_unknown || failure.kind() == failure_kind::timed_out,
+                         failure.what());
+                QCOMPARE(failure.kind() == failure_kind::outcome_unknown, what.is_in_doubt());
+                in_doubt += what.is_in_doubt();
+            }
+            its.sql_server().resume();
+            if (end.isEmpty())
+                end = content(direct);
+            else if (!what.is_over())
+                what.carry_out();
+            QCOMPARE(content(direct), end);
+        }
+        QCOMPARE(in_doubt, 2); // the payment, and the year that it settles
+    }
+
     /// A step that goes by the name of another would be taken for stored.
     void no_two_steps_bear_one_name()
     {
