@@ -1,6 +1,7 @@
 #include "working_day.h"
 
 #include "client/configuration.h"
+#include "client/local_file.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

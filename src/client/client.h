@@ -58,17 +58,4 @@ public:
     void watch_lines(line_watch* watch);
 };
 
-/// Makes the local file anew and opens it: empty but for the code tables, which come from the open register.
-/// What was there is kept beside it, for whoever looks into the damage. Throws db_failure; then the file that
-/// was there stays in use.
-void remake_local_file(client& c);
-
-enum class inspection { quick, thorough };
-
-/// Whether the open local file has all its tables and columns; in a thorough look, whether all its rows can
-/// be read. Throws db_failure where that cannot be seen, as another program holds the file.
-bool is_local_file_sound(connection& local, inspection how = inspection::quick);
-/// Whether the local file failed for no fault of its own.
-bool is_held_elsewhere(const db_failure& failure);
-
 } // namespace orvo

@@ -1,8 +1,11 @@
 #include "shell/start.h"
 
 #include "client/client.h"
+#include "client/code_mirror.h"
 #include "client/configuration.h"
+#include "client/local_file.h"
 #include "shell/main_frm.h"
+#include "shell/new_local_file.h"
 #include "shell/unfinished_saves_dlg.h"
 #include "ui/failures.h"
 #include "ui/patience.h"
@@ -39,10 +42,14 @@ bool open_patiently(connection& line, prompts& say)
     }
 }
 
+/// Opens the local file and brings it up to this version of the program. The code tables that it had not are
+/// marked as behind the server.
 bool has_sound_local_file(client& c)
 {
     try {
         c.local_conn.open();
+        for (const std::string_view each : complete_local_file(c.local_conn))
+            c.mirrors_behind.insert(each);
         return is_local_file_sound(c.local_conn);
     } catch (const db_failure& failure) {
         if (is_held_elsewhere(failure)) // nothing of it is lost: it must not be made anew
@@ -72,6 +79,16 @@ void tell_weaknesses(const program_folder& folder, prompts& say)
                       QStringLiteral("\n\n관리자에게 알려 주십시오. 일은 그대로 계속할 수 있습니다.\n%1")
                           .arg(folder.file(QStringLiteral("conf/connection.ini"))),
                   QStringLiteral("확인"), sign::exclamation});
+}
+
+/// A table that cannot be had now stays marked: it is looked for again while the program runs.
+void fill_new_mirrors(client& c)
+{
+    for (const std::string_view each : std::set{c.mirrors_behind})
+        failures::guard(c.say, failures::policy::silent, [&] {
+            sync_code_table(c.db_conn, c.local_conn, each);
+            c.mirrors_behind.erase(each);
+        });
 }
 
 } // namespace
@@ -138,34 +155,28 @@ bool program::start(const QStringList& arguments, const start_steps& steps)
     return true;
 }
 
-bool program::offer_new_local_file()
-{
-    return say_->ask({QStringLiteral("로컬 파일 orvo.mdb가 없거나 손상되었습니다. 새로 만들까요?\n"
-                                     "이 파일에는 오래 보관하는 자료가 없습니다."),
-                      QStringLiteral("확인"), sign::exclamation},
-                     QStringLiteral("새로 만들기"), QStringLiteral("그만두기"), answer::first);
-}
-
 bool program::open_connections()
 {
     client& c = *client_;
     const bool sound = has_sound_local_file(c);
-    if (!sound && !offer_new_local_file())
+    if (!sound && !offer_new_local_file(c))
         return false;
     if (!open_patiently(c.db_conn, *say_) || !open_patiently(c.mail_conn, *say_))
         return false;
     if (!sound)
-        remake_local_file(c); // behind the others: its code tables come from the register
+        make_new_local_file(c); // behind the others: its code tables come from the register
+    fill_new_mirrors(c);
     return true;
 }
 
 bool program::mend_local_file()
 {
+    client& c = *client_;
     bool is_mended = false;
     failures::guard(*say_, failures::policy::report, [&] {
-        if (is_local_file_sound(client_->local_conn, inspection::thorough) || !offer_new_local_file())
+        if (is_local_file_sound(c.local_conn, inspection::thorough) || !offer_new_local_file(c))
             return;
-        remake_local_file(*client_);
+        make_new_local_file(c);
         is_mended = true;
     });
     return is_mended;

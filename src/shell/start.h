@@ -46,7 +46,6 @@ private:
 
     bool is_first_instance(const QString& folder);
     bool open_connections();
-    bool offer_new_local_file();
     bool mend_local_file();
 };
 

@@ -155,6 +155,17 @@ QLabel* heading(const QString& text)
     return title;
 }
 
+QLabel* quiet_line(const QString& name, int lines)
+{
+    auto* made = new QLabel;
+    made->setObjectName(name);
+    made->setForegroundRole(QPalette::PlaceholderText);
+    made->setWordWrap(true);
+    made->setFixedHeight(made->fontMetrics().lineSpacing() * lines);
+    made->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    return made;
+}
+
 QWidget* group(const QString& name, const QString& title, QLayout* content)
 {
     auto* made = new QWidget;

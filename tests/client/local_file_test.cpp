@@ -1,5 +1,6 @@
 #include "client/client.h"
 #include "client/code_mirror.h"
+#include "client/local_file.h"
 #include "db/schema/schema.h"
 #include "support/builders.h"
 #include "support/engines.h"
@@ -9,6 +10,8 @@
 #include "support/test_register.h"
 
 #include <QTest>
+
+#include <algorithm>
 
 using namespace orvo;
 
@@ -103,36 +106,116 @@ private Q_SLOTS:
         QTEST(is_local_file_sound(local, inspection::thorough), "is_sound");
     }
 
-    void a_remade_local_file_holds_the_codes_alone()
+    void what_a_newer_version_keeps_is_added_in_place()
     {
-        for (const QByteArray& before : {QByteArray{}, QByteArray{"\x13\x37"}.repeated(4000)}) {
-            running_client running{engine::embedded};
-            client& c = running.c;
-            a_row{"branch_code"}.with("code_bran", 10).store_in(c.db_conn);
-            a_row{"print_tbl", database::local}.with("pers_no", "1").store_in(c.local_conn);
-            const QString path = file_of(c.server, database::local);
-            c.local_conn.close();
-            QVERIFY(QFile::remove(path));
-            if (!before.isEmpty())
-                write_file(path, before);
-            write_file(path + "-wal", "of the old file");
-            write_file(path + ".damaged", "of an earlier accident");
+        running_client running{engine::embedded};
+        connection& local = running.c.local_conn;
+        a_row{"drafts", database::local}.with("form", "insert_frm").with("fields", "{}").store_in(local);
+        a_row{"branch_code", database::local}.with("code_bran", 10).store_in(local);
+        for (const char* before :
+             {"drop table zip", "drop table religion", "alter table school drop column school_name",
+              "alter table drafts drop column kept_at", "alter table print_tbl add column later text",
+              "create table old(code_bran integer not null default 0) strict", "drop table branch_code",
+              "alter table old rename to branch_code", "insert into branch_code values (10),(10)"})
+            local.direct(before);
+        QVERIFY(!is_local_file_sound(local));
+        std::vector<std::string_view> in_want = complete_local_file(local);
+        std::ranges::sort(in_want);
+        QCOMPARE(in_want, (std::vector<std::string_view>{"branch_code", "religion", "school"}));
+        QVERIFY(is_local_file_sound(local, inspection::thorough));
+        const rows kept = local.read("select * from drafts");
+        QCOMPARE(kept.front().text("form") + kept.front().text("kept_at"), QStringLiteral("insert_frm"));
+        QCOMPARE(local.number("select count(*) as n from branch_code"), 1); // as its key wants
+        local.direct("select later from print_tbl");                         // of a version newer still
+        QVERIFY(complete_local_file(local).empty());
 
-            remake_local_file(c);
+        const QTemporaryDir elsewhere;
+        server_address empty = running.c.server;
+        empty.folder = elsewhere.path();
+        connection none_of_ours = make_connection(empty, database::local, file_use::create);
+        none_of_ours.open();
+        QVERIFY(complete_local_file(none_of_ours).empty() && !is_local_file_sound(none_of_ours));
+    }
 
-            QVERIFY(is_local_file_sound(c.local_conn, inspection::thorough));
-            QCOMPARE(c.local_conn.number("select code_bran from branch_code"), 10);
-            QCOMPARE(c.local_conn.number("select count(*) as n from print_tbl"), 0);
-            QCOMPARE(c.local_conn.write("insert into print_tbl(pers_no) values ('1')"), 1);
-            QCOMPARE(mode_of(path), 0600);
-            QCOMPARE(content_of(path + ".damaged"), before.isEmpty() ? "of an earlier accident" : before);
-
-            c.db_conn.direct("drop table money_member");
-            QVERIFY_EXCEPTION_THROWN(remake_local_file(c), db_failure);
-            QCOMPARE(c.local_conn.number("select code_bran from branch_code"), 10); // as before
-            QCOMPARE(QDir{c.folder.path}.entryList({".orvo*"}, QDir::AllEntries | QDir::Hidden),
-                     QStringList{});
+    void a_remade_local_file_has_what_could_be_read_data()
+    {
+        QTest::addColumn<QByteArrayList>("damaged"); // pages in which these words stand
+        QTest::addColumn<QByteArray>("in_place");    // of the whole file
+        QTest::addColumn<qint64>("least_codes");
+        QTest::addColumn<qint64>("drafts");
+        const QByteArrayList none;
+        QTest::newRow("a missing column") << none << QByteArray{} << qint64{3000} << qint64{60};
+        QTest::newRow("holes") << QByteArrayList{"<700>", "<900>", "<2000>", "<2999>"} << QByteArray{}
+                               << qint64{2400} << qint64{60};
+        QTest::newRow("half a table by key")
+            << QByteArrayList{"[30]"} << QByteArray{} << qint64{3000} << qint64{40};
+        QTest::newRow("no table any more")
+            << QByteArrayList{"CREATE TABLE"} << QByteArray{} << qint64{0} << qint64{0};
+        QTest::newRow("garbage") << none << QByteArray{"\x13\x37"}.repeated(4000) << qint64{0} << qint64{0};
+    }
+    void a_remade_local_file_has_what_could_be_read()
+    {
+        QFETCH(QByteArrayList, damaged);
+        QFETCH(QByteArray, in_place);
+        QFETCH(qint64, least_codes);
+        QFETCH(qint64, drafts);
+        running_client running{engine::embedded};
+        client& c = running.c;
+        a_row{"branch_code"}.with("code_bran", 10).store_in(c.db_conn);
+        int row = 0;
+        std::string name;
+        c.local_conn.load("zip", {"dong", "do"}, [&](std::vector<cell>& fields) {
+            name = '<' + std::to_string(++row) + '>';
+            fields = {cell::of(std::string_view{name}), cell::of(std::string_view{"서울's"})};
+            return row <= 3000;
+        });
+        for (int at = 10; at < 70; ++at)
+            a_row{"drafts", database::local}
+                .with("admin_id", QString::number(at))
+                .with("fields", QStringLiteral("[%1]").arg(at) + QString{300, u'x'})
+                .store_in(c.local_conn);
+        a_member{"9001011234568"}.store_in(c.local_conn);
+        if (damaged.isEmpty())
+            c.local_conn.direct("alter table zip drop column li");
+        const QString path = file_of(c.server, database::local);
+        c.local_conn.close();
+        QByteArray content = in_place.isEmpty() ? content_of(path) : in_place;
+        for (const QByteArray& each : damaged) {
+            QVERIFY2(content.contains(each), each);
+            const qsizetype page = content.indexOf(each) / 4096 * 4096;
+            content.replace(page + 100, 3996, QByteArray{3996, '\x37'}); // the file's own head stays
+            if (page > 0)
+                content.replace(page, 100, QByteArray{100, '\x37'});
         }
+        write_file(path, content);
+        write_file(path + ".damaged", "of an earlier accident");
+
+        const std::vector<carried_table> carried = remake_local_file(c);
+
+        QVERIFY(is_local_file_sound(c.local_conn, inspection::thorough));
+        QCOMPARE(c.local_conn.number("select code_bran from branch_code"), 10);
+        const rows codes = c.local_conn.read("select * from zip");
+        QVERIFY2(qint64(codes.size()) >= least_codes && (codes.size() == 3000 || !damaged.isEmpty() || !least_codes),
+                 qPrintable(QString::number(codes.size())));
+        for (qint64 before = 0; const auto each : codes) {
+            const qint64 number = each.text("dong").remove(u'<').remove(u'>').toLongLong();
+            QVERIFY(number > before && each.text("do") == "서울's");
+            before = number;
+        }
+        QVERIFY(c.local_conn.number("select count(*) as n from drafts") >= drafts);
+        QCOMPARE(c.local_conn.number("select count(*) as n from person_m_tbl"), least_codes > 0 ? 1 : 0);
+        for (const carried_table& each : carried) {
+            QCOMPARE(c.local_conn.number("select count(*) as n from " + std::string{each.name}), each.rows);
+            QVERIFY(each.is_whole || each.name == (drafts == 60 ? "zip" : "drafts"));
+        }
+        QCOMPARE(c.local_conn.write("insert into print_tbl(pers_no) values ('1')"), 1);
+        QCOMPARE(mode_of(path), 0600);
+        QVERIFY(content_of(path + ".damaged") != "of an earlier accident");
+
+        c.db_conn.direct("drop table money_member");
+        QVERIFY_EXCEPTION_THROWN(remake_local_file(c), db_failure);
+        QCOMPARE(c.local_conn.number("select code_bran from branch_code"), 10); // as before
+        QCOMPARE(QDir{c.folder.path}.entryList({".orvo*"}, QDir::AllEntries | QDir::Hidden), QStringList{});
     }
 
     void codes_are_mirrored_all_or_none_data() { engines_under_test(); }

@@ -9,6 +9,8 @@
 #include "ui/controls.h"
 #include "ui/pick_target.h"
 
+#include <QLabel>
+
 using namespace orvo;
 
 namespace {
@@ -53,6 +55,7 @@ struct at_dialog {
     void enter(const QString& text, const QString& then)
     {
         bring_up(*dlg);
+        control<QLineEdit>(*dlg, "str_txt").clear();
         type(&control<QLineEdit>(*dlg, "str_txt"), text);
         act(then);
     }
@@ -214,11 +217,19 @@ private Q_SLOTS:
     void an_address_goes_to_the_fields_of_the_screen_in_use()
     {
         at_dialog at;
+        const auto tells_nothing = [&at] { return shown_by(control<QLabel>(*at.dlg, "no_codes")).isEmpty(); };
+        at.dlg = std::make_unique<zip_dlg>(at.on.c, at.desk, nullptr);
+        QVERIFY(!tells_nothing());
+        at.enter("동", "Return"); // the dialog says why, in place of a box for every word
+        QVERIFY(at.on.say.take_texts().isEmpty() && !tells_nothing());
         for (const auto& [post, dong] : {std::pair{"135080", "역삼동"}, {"135-081", "o'동 🍎"}, {"1", "면"}})
             a_row{"zip", database::local}.with("post", post).with("dong", dong).store_in(at.on.c.local_conn);
         QLineEdit post1, post2, address{"그대로"};
         at.dlg = std::make_unique<zip_dlg>(at.on.c, at.desk, nullptr);
+        at.enter("없음", "Return");
+        QCOMPARE(at.on.say.take_texts(), QStringList{"검색한 내용이 없습니다."});
         at.enter("동", "Return");
+        QVERIFY(tells_nothing());
         QCOMPARE(at.cells(1), QStringLiteral("135-081  o'동 🍎    "));
         at.act("row 0"); // nobody takes it
         at.on.c.current_screen = screen_code::manager_main_frm;

@@ -29,8 +29,15 @@ namespace {
 
 const QString unreachable = QStringLiteral("서버에 연결할 수 없습니다!\n인터넷에 연결되어 있는지 확인하고, "
                                            "잠시 후에 다시 시도하십시오!");
-const QString no_local_file = QStringLiteral("로컬 파일 orvo.mdb가 없거나 손상되었습니다. 새로 만들까요?\n"
-                                             "이 파일에는 오래 보관하는 자료가 없습니다.");
+const QString no_local_file = QStringLiteral("로컬 파일 orvo.mdb가 없습니다. 새로 만들까요?\n"
+                                             "코드표는 서버에서 받지만, 우편번호는 관리자가 다시 넣어야 합니다.");
+const QString broken_local_file =
+    QStringLiteral("로컬 파일 orvo.mdb가 손상되었습니다. 새로 만들까요?\n"
+                   "우편번호, 작성 중이던 내용, 영수증 대기열, 최근 검색은 읽을 수 있는 만큼 옮기고, 손상된 "
+                   "파일은 orvo.mdb.damaged로 남깁니다.");
+const QString nothing_carried =
+    QStringLiteral("로컬 파일을 새로 만들었습니다.\n옮긴 자료: 없음\n읽을 수 없는 자료는 옮기지 못했습니다.\n"
+                   "이 컴퓨터에는 우편번호가 없습니다. 관리자에게 우편번호 넣기(orvo_db import-zip)를 요청하십시오.");
 
 /// Answers the boxes of a program in their order, while the program waits inside them.
 class box_hands {
@@ -153,7 +160,7 @@ private Q_SLOTS:
     {
         at_start at;
         write_file(at.local_file(), "not a database");
-        at.hands.will_press(no_local_file, "그만두기");
+        at.hands.will_press(broken_local_file, "그만두기");
         QVERIFY(!at.run());
         QFile file{at.local_file()};
         QVERIFY(file.open(QIODevice::ReadOnly));
@@ -161,14 +168,19 @@ private Q_SLOTS:
         for (const bool is_there : {true, false}) {
             if (!is_there)
                 QFile::remove(at.local_file());
-            at.hands.will_press(no_local_file, "새로 만들기");
+            at.hands.will_press(is_there ? broken_local_file : no_local_file, "새로 만들기");
+            if (is_there)
+                at.hands.will_press(nothing_carried, "확인");
             at.hands.will_log_in();
-            QVERIFY(at.run());
+            QVERIFY2(at.run(), qPrintable(at.hands.seen.join(u'|')));
             QCOMPARE(at.its.connect(database::local).number("select count(*) as n from branch_code"), 1);
             QVERIFY(QFile::exists(at.local_file() + ".damaged"));
         }
-        at.hands.will_log_in(); // and the next start asks nothing
+        at.running.reset();
+        at.its.connect(database::local).direct("drop table branch_code"); // as before a newer version
+        at.hands.will_log_in();                                            // and the next start asks nothing
         QVERIFY(at.run());
+        QCOMPARE(at.its.connect(database::local).number("select count(*) as n from branch_code"), 1);
     }
 
     void a_local_file_that_another_program_holds_is_left_as_it_is()

@@ -103,9 +103,32 @@ bool has_identity(const table& one)
 
 } // namespace
 
+bool is_clustered(const table& one)
+{
+    return !one.key.empty() && !one.doubles && !has_identity(one);
+}
+
+std::vector<std::string_view> primary_key_of(const table& one)
+{
+    if (is_clustered(one))
+        return one.key;
+    std::vector<std::string_view> key;
+    for (const column& each : one.columns)
+        if (each.type == column_type::identity)
+            key.push_back(each.name);
+    return key;
+}
+
+std::string add_column_statement(engine kind, database where, const table& to, const column& added)
+{
+    const std::string words = kind == engine::sqlserver ? " add " : " add column ";
+    return "alter table " + std::string{to.name} + words + quoted(kind, added.name) + " " +
+           type_of(kind, added, where);
+}
+
 std::vector<std::string> make_statements(engine kind, database where, const table& one)
 {
-    const bool keyed = !one.key.empty() && !one.doubles && !has_identity(one);
+    const bool keyed = is_clustered(one);
     std::string text = "create table " + std::string{one.name} + "(";
     for (const column& field : one.columns)
         text +=

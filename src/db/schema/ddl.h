@@ -7,6 +7,14 @@ namespace orvo {
 /// The statements that make one table of a database with its indexes.
 std::vector<std::string> make_statements(engine kind, database where, const table& one);
 
+/// Adds a column that is not of the key, with its default in the rows that are there.
+std::string add_column_statement(engine kind, database where, const table& to, const column& added);
+
+/// Whether the embedded engine keeps the rows in the order of their key, in place of places of their own.
+bool is_clustered(const table& one);
+/// The columns of the primary key; empty where the table has none.
+std::vector<std::string_view> primary_key_of(const table& one);
+
 /// Brings the `name` of each table that stands in the open database.
 std::string_view table_names_text(engine kind);
 

@@ -19,4 +19,9 @@ std::vector<found_address> find_addresses(connection& local, const QString& dong
     return found;
 }
 
+bool has_postal_codes(connection& local)
+{
+    return local.number("select count(*) as cnt from zip") > 0;
+}
+
 } // namespace orvo

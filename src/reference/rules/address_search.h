@@ -16,4 +16,7 @@ struct found_address {
 /// The addresses whose neighbourhood holds the word, wildcards included, in the order of the postal table.
 std::vector<found_address> find_addresses(connection& local, const QString& dong);
 
+/// Whether this workstation has postal codes at all.
+bool has_postal_codes(connection& local);
+
 } // namespace orvo

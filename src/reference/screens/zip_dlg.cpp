@@ -17,7 +17,8 @@ zip_dlg::zip_dlg(client& c, desk& at, QWidget* over)
       close_img{button(QStringLiteral("close_img"), QStringLiteral("닫기(&C)"), "x")},
       addr_grd{new grid{QStringLiteral("addr_grd"),
                         {{QStringLiteral("우편번호"), 100}, {QStringLiteral("주소"), 380, false, true}},
-                        c}}
+                        c}},
+      no_codes_{quiet_line(QStringLiteral("no_codes"))}
 {
     auto* hint = new QLabel{QStringLiteral("읍/면/동을 입력하여 주세요")};
     hint->setForegroundRole(QPalette::PlaceholderText);
@@ -25,9 +26,9 @@ zip_dlg::zip_dlg(client& c, desk& at, QWidget* over)
     addr_grd->set_empty_text(QStringLiteral("찾은 주소를 클릭하면 입력란에 들어갑니다."));
     addr_grd->setMinimumSize(580, 320);
     lay_out(below({heading(QStringLiteral("우편번호 찾기")), hint,
-                   form({entry{QStringLiteral("동 이름(&N)"), {str_txt, Image1}}}), addr_grd,
+                   form({entry{QStringLiteral("동 이름(&N)"), {str_txt, Image1}}}), no_codes_, addr_grd,
                    line({static_cast<QWidget*>(nullptr), close_img})},
-                  3));
+                  4));
     on_enter(str_txt, [this] { search(); });
     on_click(Image1, [this] { search(); });
     connect(close_img, &QPushButton::clicked, this, &zip_dlg::reject);
@@ -35,7 +36,18 @@ zip_dlg::zip_dlg(client& c, desk& at, QWidget* over)
         [this](int row) { failures::guard(c_.say, failures::policy::report, [&] { pick(row); }); });
     keep_enter(addr_grd);
     addr_grd->follow(str_txt);
+    failures::guard(c_.say, failures::policy::report, [this] { has_codes(); });
     str_txt->setFocus();
+}
+
+/// Without them no search brings anything, and none of the words would tell why.
+bool zip_dlg::has_codes()
+{
+    const bool are_there = has_postal_codes(c_.local_conn);
+    no_codes_->setText(are_there ? QString{}
+                                 : QStringLiteral("이 컴퓨터에는 우편번호가 없습니다. 관리자에게 우편번호 넣기"
+                                                  "(orvo_db import-zip)를 요청하십시오."));
+    return are_there;
 }
 
 void zip_dlg::search()
@@ -46,6 +58,8 @@ void zip_dlg::search()
     std::vector<grid_row> shown;
     for (found_address& each : find_addresses(c_.local_conn, str_txt->text()))
         shown.push_back({{std::move(each.post), std::move(each.address)}});
+    if (shown.empty() && !has_codes())
+        return str_txt->setFocus(Qt::OtherFocusReason);
     if (shown.empty())
         return refuse({QStringLiteral("검색한 내용이 없습니다."), {}, sign::information}, str_txt);
     addr_grd->fill(std::move(shown));

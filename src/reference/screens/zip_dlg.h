@@ -3,6 +3,8 @@
 #include "ui/desk.h"
 #include "ui/dialog.h"
 
+class QLabel;
+
 namespace orvo {
 
 class grid;
@@ -19,7 +21,9 @@ private:
     QPushButton* Image1;
     QPushButton* close_img;
     grid* addr_grd;
+    QLabel* no_codes_; ///< says where this workstation has none
 
+    bool has_codes();
     void search();
     void pick(int row);
 };
