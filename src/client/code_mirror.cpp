@@ -4,39 +4,12 @@
 #include "db/schema/schema.h"
 #include "db/wide_statement.h"
 
+#include <algorithm>
+#include <optional>
+
 namespace orvo {
 
 namespace {
-
-std::vector<column_value> columns_of(const table& mirrored)
-{
-    std::vector<column_value> columns;
-    for (const column& each : mirrored.columns)
-        columns.push_back({each.name, {}});
-    return columns;
-}
-
-/// Writes each row of a server table into the emptied local table of the same columns.
-class mirror_sink : public row_sink {
-public:
-    mirror_sink(connection& local, const table& mirrored)
-        : local_{local}, mirrored_{mirrored}, insert_{local.repeat(
-                                                  insert_text(mirrored.name, columns_of(mirrored)))}
-    {
-    }
-
-    void begin(const column_names&) override { local_.write("delete from " + std::string{mirrored_.name}); }
-    bool take(std::span<const cell> row) override
-    {
-        insert_(row);
-        return true;
-    }
-
-private:
-    connection& local_;
-    const table& mirrored_;
-    repeated_write insert_;
-};
 
 std::string select_text(const table& mirrored)
 {
@@ -46,28 +19,77 @@ std::string select_text(const table& mirrored)
     return "select " + names + " from " + std::string{mirrored.name};
 }
 
-void copy_table(connection& server, connection& local, std::string_view name)
+using code_row = std::vector<QString>;
+
+std::vector<code_row> rows_of(connection& side, const table& mirrored)
 {
-    const table& mirrored = *find_table(database::local, name);
-    mirror_sink sink{local, mirrored};
-    server.read_each(select_text(mirrored), {}, sink);
+    std::vector<code_row> all;
+    for (const auto found : side.read(select_text(mirrored))) {
+        code_row& fields = all.emplace_back();
+        for (const column& each : mirrored.columns)
+            fields.push_back(each.type == column_type::text ? found.text(each.name)
+                                                            : QString::number(found.number(each.name)));
+    }
+    return all;
+}
+
+/// A server need not give its rows in an order.
+bool are_alike(std::vector<code_row> one, std::vector<code_row> other)
+{
+    std::ranges::sort(one);
+    std::ranges::sort(other);
+    return one == other;
+}
+
+/// A table of the server that the workstation has otherwise.
+struct newer_table {
+    const table* mirrored;
+    std::vector<code_row> rows;
+};
+
+std::optional<newer_table> look_for_changes(connection& server, connection& local, std::string_view name)
+{
+    newer_table found{find_table(database::local, name), {}};
+    found.rows = rows_of(server, *found.mirrored);
+    if (are_alike(found.rows, rows_of(local, *found.mirrored)))
+        return {};
+    return found;
+}
+
+void put_in_place(connection& local, const newer_table& newer)
+{
+    local.write("delete from " + std::string{newer.mirrored->name});
+    for (const code_row& each : newer.rows) {
+        std::vector<column_value> columns;
+        for (std::size_t at = 0; at < each.size(); ++at)
+            columns.push_back({newer.mirrored->columns[at].name, each[at]});
+        local.write(insert_text(newer.mirrored->name, columns), slot_values(columns));
+    }
 }
 
 } // namespace
 
 void sync_codes(connection& server, connection& local)
 {
+    std::vector<newer_table> newer;
+    for (const std::string_view name : mirrored_tables())
+        if (auto found = look_for_changes(server, local, name))
+            newer.push_back(std::move(*found));
     transaction all_or_nothing{local};
-    for (std::string_view name : mirrored_tables())
-        copy_table(server, local, name);
+    for (const newer_table& each : newer)
+        put_in_place(local, each);
     all_or_nothing.commit();
 }
 
-void sync_code_table(connection& server, connection& local, std::string_view name)
+bool sync_code_table(connection& server, connection& local, std::string_view name)
 {
+    const auto newer = look_for_changes(server, local, name);
+    if (!newer)
+        return false;
     transaction all_or_nothing{local};
-    copy_table(server, local, name);
+    put_in_place(local, *newer);
     all_or_nothing.commit();
+    return true;
 }
 
 } // namespace orvo

@@ -7,10 +7,10 @@ namespace orvo {
 class connection;
 
 /// Brings the workstation's copy of the code tables and member kinds in line with the server's: all or
-/// nothing. Throws db_failure; the copy is then as it was.
+/// nothing. Throws db_failure; the copy is then as it was. Tables that are alike are not written.
 void sync_codes(connection& server, connection& local);
 
-/// The same for one of these tables.
-void sync_code_table(connection& server, connection& local, std::string_view name);
+/// The same for one of these tables. Tells whether it was different.
+bool sync_code_table(connection& server, connection& local, std::string_view name);
 
 } // namespace orvo

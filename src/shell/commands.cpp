@@ -51,6 +51,7 @@ const std::vector<command>& commands()
         screen_of("m_edu_in", "교육내용 입력", "m_operation", "edu_frm"),
         dialog_of("m_lic", "자격증관리", "m_operation", "lic_ud_dlg"),
         dialog_of("m_SupCreate", "위생 교육 대상 생성", "m_operation", "frmSupCreate"),
+        dialog_of("m_codes", "코드표 새로 받기", "m_operation", "fetch_codes"),
         search_of("m_m_search", "일반검색", "m_mg", "search_dlg"),
         dialog_of("m_mg_dues", "회비납입여부검색", "m_mg", "dues_search_dlg"),
         dialog_of("m_t_date", "기간 검색", "m_receipt", "dues_receipt_dlg"),

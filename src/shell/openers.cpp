@@ -13,6 +13,7 @@
 #include "members/screens/search_dlg.h"
 #include "members/screens/workplace_dialogs.h"
 #include "reference/screens/code_editors.h"
+#include "reference/screens/fetch_codes.h"
 #include "reference/screens/zip_dlg.h"
 #include "shell/login_dlg.h"
 #include "shell/unfinished_saves_dlg.h"
@@ -63,6 +64,9 @@ openers all_openers()
     all.dialogs[QStringLiteral("dues_receipt_dlg")] = run_dialog<dues_receipt_dlg>;
     all.dialogs[QStringLiteral("receipt_dsg")] = [](client& c, desk&, QWidget* over) {
         receipt_dsg{c, over}.exec();
+    };
+    all.dialogs[QStringLiteral("fetch_codes")] = [](client& c, desk&, QWidget* over) {
+        fetch_codes(c, over);
     };
     for (const code_editor& each : code_editors())
         all.dialogs[QString::fromLatin1(each.dialog)] = [&each](client& c, desk& at, QWidget* over) {

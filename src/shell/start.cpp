@@ -4,6 +4,7 @@
 #include "client/code_mirror.h"
 #include "client/configuration.h"
 #include "client/local_file.h"
+#include "shell/code_refresh.h"
 #include "shell/main_frm.h"
 #include "shell/new_local_file.h"
 #include "shell/unfinished_saves_dlg.h"
@@ -152,6 +153,7 @@ bool program::start(const QStringList& arguments, const start_steps& steps)
         return false;
     failures::guard(*say_, failures::policy::report,
                     [this] { offer_unfinished_saves(*client_, window_.get()); });
+    code_refresh_ = std::make_unique<code_refresh>(*client_, code_refresh::pace{});
     return true;
 }
 

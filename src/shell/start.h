@@ -13,6 +13,7 @@ class QLockFile;
 namespace orvo {
 
 class client;
+class code_refresh;
 class main_frm;
 class patience;
 class window_prompts;
@@ -43,6 +44,7 @@ private:
     std::unique_ptr<QLockFile> instance_;
     std::unique_ptr<client> client_;
     std::unique_ptr<main_frm> window_;
+    std::unique_ptr<code_refresh> code_refresh_;
 
     bool is_first_instance(const QString& folder);
     bool open_connections();

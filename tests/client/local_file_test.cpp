@@ -242,6 +242,14 @@ private Q_SLOTS:
             for (const column& each : find_table(database::local, name)->columns)
                 QCOMPARE(mirror.front().text(each.name), QString{is_number(each) ? "7" : "서울's"});
         }
+        const auto written = [&c] { return c.local_conn.number("select total_changes() as n"); };
+        const qint64 before = written();
+        sync_codes(c.db_conn, c.local_conn);
+        QVERIFY(!sync_code_table(c.db_conn, c.local_conn, "money_member"));
+        QCOMPARE(written(), before); // what is alike costs no disk
+        c.db_conn.write("update money_member set mem_dues=9");
+        QVERIFY(sync_code_table(c.db_conn, c.local_conn, "money_member"));
+        QCOMPARE(c.local_conn.number("select mem_dues from money_member"), 9);
         c.db_conn.write("delete from branch_code");
         c.db_conn.direct("drop table money_member"); // the last that is read
         QVERIFY_EXCEPTION_THROWN(sync_codes(c.db_conn, c.local_conn), db_failure);

@@ -1,11 +1,15 @@
+#include "shell/code_refresh.h"
 #include "shell/commands.h"
 #include "shell/main_frm.h"
 #include "shell/openers.h"
+#include "support/builders.h"
+#include "support/fake_desk.h"
 #include "support/screens.h"
 #include "support/test_register.h"
 #include "ui/work_screen.h"
 
 #include <QAction>
+#include <QDialog>
 #include <QMenu>
 #include <QTest>
 
@@ -180,6 +184,7 @@ private Q_SLOTS:
                 all.append(each->objectName());
             return all.join(u' ');
         };
+        QCOMPARE(names("m_operation"), QStringLiteral("m_edu_in m_lic m_SupCreate m_codes"));
         QCOMPARE(names("m_mg"), QStringLiteral("m_m_search m_mg_dues m_receipt m_other"));
         QCOMPARE(names("m_receipt"), QStringLiteral("m_t_date m_r_etc"));
         QCOMPARE(names("m_edu"), QStringLiteral("m_edu_pers m_Sup m_eduapp m_edu_update m_lic_app"));
@@ -216,6 +221,51 @@ private Q_SLOTS:
         QStringList log = at.start("m_edu_pers"); // a search leaves no screen
         log.sort();
         QCOMPARE(log, (QStringList{"+edu_pers_search_dlg", "-frmSMSSend"}));
+    }
+
+    void fees_are_brought_in_line_while_the_operator_rests()
+    {
+        running_client on{engine::embedded};
+        client& c = on.c;
+        a_row{"money_member"}.with("code_member", 20).with("mem_dues", 40'000).store_in(c.db_conn);
+        c.mirrors_behind.insert("money_member");
+        const auto fee = [&c] { return c.local_conn.number("select sum(mem_dues) as fee from money_member"); };
+        using namespace std::chrono_literals;
+        QWidget window;
+        QDialog question;
+        question.setModal(true);
+        auto refresh = std::make_unique<code_refresh>(c, code_refresh::pace{0ms, 1ms, 10ms});
+        QTest::qWait(50);
+        QCOMPARE(fee(), 0); // nobody has logged in yet
+        question.show();
+        c.session_ok = true;
+        QTest::qWait(50);
+        QCOMPARE(fee(), 0);
+        refresh = std::make_unique<code_refresh>(c, code_refresh::pace{1500ms, 1ms, 10ms});
+        question.hide();
+        QTest::keyClick(&window, Qt::Key_A);
+        QTest::qWait(200);
+        QCOMPARE(fee(), 0); // who types is not disturbed
+        QTRY_COMPARE(fee(), 40'000);
+        QVERIFY(c.mirrors_behind.empty());
+        c.db_conn.write("update money_member set mem_dues=50000");
+        QTRY_COMPARE(fee(), 50'000); // in the next round
+        QVERIFY(on.say.take_texts().isEmpty());
+    }
+
+    void codes_are_fetched_when_wanted()
+    {
+        running_client on{engine::embedded};
+        a_row{"money_member"}.with("code_member", 20).store_in(on.c.db_conn);
+        a_row{"school"}.with("code_school", 20).store_in(on.c.db_conn);
+        const auto fetch = [&] {
+            fake_desk desk;
+            all_openers().dialogs.at("fetch_codes")(on.c, desk, nullptr);
+            return on.say.take_texts().join(u'|');
+        };
+        QCOMPARE(fetch(), "코드표를 새로 받았습니다.\n바뀐 코드표: 학교, 회원구분과 회비\n\n"
+                          "열려 있는 화면의 목록은 그 화면을 다시 열면 바뀝니다.");
+        QCOMPARE(fetch(), "코드표가 서버와 같습니다. 바뀐 것이 없습니다.");
     }
 
     void codes_of_dialogs_stop_the_dispatch()

@@ -2,6 +2,7 @@
 
 #include "base/dates.h"
 #include "client/client.h"
+#include "client/quick_glance.h"
 #include "members/rules/lookalikes.h"
 #include "members/screens/member_fields.h"
 #include "ui/form.h"
@@ -17,25 +18,6 @@ namespace orvo {
 namespace {
 
 constexpr int pause = 300; // milliseconds without a key
-
-/// A hint is not worth a question: without a line, or behind a slow one, there is none.
-class quick_glance : public line_watch {
-public:
-    explicit quick_glance(connection& on) : on_{on}, before_{on.watch()} { on_.set_watch(this); }
-    ~quick_glance() override { on_.set_watch(before_); }
-    quick_glance(const quick_glance&) = delete;
-    quick_glance& operator=(const quick_glance&) = delete;
-
-    bool try_again(const db_failure&) override { return false; }
-    bool keep_waiting(std::chrono::milliseconds waited, bool) override
-    {
-        return waited < std::chrono::milliseconds{500};
-    }
-
-private:
-    connection& on_;
-    line_watch* before_;
-};
 
 QString line_of(const lookalike& each)
 {
