@@ -27,7 +27,7 @@ struct at_console : running_client, fake_desk, member_panels {
         a_payment{kim, "2025", 30'000}.with("code_receipt", 1).store_in(db);
         c.selected_pers_no = kim;
         c.cur_val_year = "2025";
-        c.cur_code_member = "20";
+        c.cur_code_member = "10"; // as it was clicked, before another kind was given to the year
         c.cur_dues_id = "1";
     }
     void show_dues() override { refreshed += "dues "; }
@@ -110,6 +110,7 @@ private Q_SLOTS:
                 at.say.will_answer(half, answer::second);
             QCOMPARE(at.press(row.section(u';', 1, 1)), row.section(u';', 2, 2).remove(half));
             QCOMPARE(at.stored(), row.count(u';') > 2 ? row.section(u';', 3) : before);
+            QCOMPARE(at.db.number("select count(*) as n from dues_b_tbl where code_member=10"), 0);
         }
     }
     void what_is_there_is_shown() // dialog; year; keys; controls; what they show

@@ -251,6 +251,27 @@ private Q_SLOTS:
         QCOMPARE(at.panel("dues_b_grd").filled_rows(), 2);
     }
 
+    void a_payment_is_for_the_oldest_open_year_however_they_stand()
+    {
+        running_client on{engine::embedded};
+        at_console at{on.c};
+        connection& db = on.c.db_conn;
+        a_dues_year{full, "평생회원", 1}.store_in(db);
+        a_dues_year{full, "2022"}.paid_in_full().store_in(db);
+        a_dues_year{full, "2024", 5'000}.store_in(db);
+        for (const char* year : {"2024", "평생회원", "2026"}) {
+            for (const int column : {0, 3}) {
+                at.click_member(0);
+                at.panel("dues_h_grd").sortByColumn(column, Qt::DescendingOrder);
+                press(&control<QListWidget>(*at.screen, "custom_lst"), Qt::Key_F7);
+                QCOMPARE(on.c.cur_val_year, QString{year});
+            }
+            db.direct(QLatin1String{year} == QLatin1String{"2024"}
+                          ? "update dues_h_tbl set yet_money=0 where val_year<'3'"
+                          : "update dues_h_tbl set yet_money=-1");
+        }
+    }
+
     void the_keyboard_alone_will_do()
     {
         running_client on{engine::embedded};

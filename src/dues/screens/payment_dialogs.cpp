@@ -58,7 +58,7 @@ void payment_dialog::refresh(member_panels& panels)
 
 dues_in_dlg::dues_in_dlg(client& c, desk& at, QWidget* over)
     : payment_dialog{QStringLiteral("dues_in_dlg"), c, at, over, failures::policy::silent},
-      cur_code_member_{c.cur_code_member}
+      code_member_{c.cur_code_member}
 {
     for (const date_group& each : {fields.con_in, fields.b_in})
         each.set_enabled(false); // until the place tells which
@@ -67,6 +67,8 @@ dues_in_dlg::dues_in_dlg(client& c, desk& at, QWidget* over)
             ask_together(c_.db_conn, receipt_places(), header_of(year_), payment_ids_in(year_));
         known_ids_ = ids;
         fields.fill_places(places);
+        if (header) // the kind that was clicked may have been changed since
+            code_member_ = header->code_member;
         propose_the_rest(header);
     });
 }
@@ -103,7 +105,7 @@ bool dues_in_dlg::passes_checks()
 
 planned_save dues_in_dlg::plan()
 {
-    return add_payment(year_, cur_code_member_, fields.read(), c_.today(), known_ids_);
+    return add_payment(year_, code_member_, fields.read(), c_.today(), known_ids_);
 }
 
 dues_ud_dlg::dues_ud_dlg(client& c, desk& at, QWidget* over)

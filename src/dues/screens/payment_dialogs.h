@@ -31,8 +31,8 @@ protected:
     planned_save plan() override;
 
 private:
-    const QString cur_code_member_;
-    QString known_ids_; ///< of the payments that the year has already
+    QString code_member_; ///< the kind under which the payment goes
+    QString known_ids_;   ///< of the payments that the year has already
 
     void propose_the_rest(const std::optional<dues_header>& header);
 };

@@ -3,6 +3,9 @@
 #include "base/amount.h"
 #include "base/dates.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace orvo {
 
 std::optional<rows> read_member(connection& local, const QString& pers_no)
@@ -123,6 +126,20 @@ bool has_header_of_year(connection& db, const QString& pers_no, const QString& y
         if (header.text("val_year") == year)
             return true;
     return false;
+}
+
+std::optional<std::size_t> year_to_pay(const std::vector<shown_year>& years)
+{
+    const auto rank = [](const shown_year& each) {
+        const int year = each.val_year.trimmed().toInt(); // 0 for what is none
+        const int last = std::numeric_limits<int>::max();
+        const bool is_open = each.yet_money > 0;
+        return std::pair{!is_open, !is_open ? -year : year == 0 ? last : year};
+    };
+    const auto first = std::ranges::min_element(years, {}, rank);
+    if (first == years.end())
+        return {};
+    return static_cast<std::size_t>(first - years.begin());
 }
 
 std::vector<panel_row> dues_lines(connection& db, const QString& pers_no, const QString& val_year)

@@ -34,6 +34,15 @@ std::vector<panel_row> dues_years(connection& db, const QString& pers_no);
 /// Whether the member has dues of that year, of whatever kind.
 bool has_header_of_year(connection& db, const QString& pers_no, const QString& year);
 
+/// A year of dues as the panel shows it.
+struct shown_year {
+    QString val_year;
+    qint64 yet_money = 0;
+};
+/// The place of the year for which a payment comes in, as long as nobody says otherwise: the oldest with
+/// something open, or else the newest. What is no year ("평생회원") comes behind all years.
+std::optional<std::size_t> year_to_pay(const std::vector<shown_year>& years);
+
 /// Payments entered under a year's text: paid to head office, paid to the branch, amount; the key is
 /// `dues_id`.
 std::vector<panel_row> dues_lines(connection& db, const QString& pers_no, const QString& val_year);

@@ -246,19 +246,21 @@ void manager_main_frm::add_payment()
     desk_.open_above(QStringLiteral("dues_in_dlg"), this);
 }
 
-/// Where the operator chose no year, the oldest that is not paid, or else the newest: so a payment needs no
-/// way through the table.
+/// Where the operator chose no year: so a payment needs no way through the table, in whatever order its rows
+/// stand.
 void manager_main_frm::choose_year_to_pay()
 {
-    if (dues_h_grd->chosen_row() >= 0 || dues_h_grd->filled_rows() == 0)
+    if (dues_h_grd->chosen_row() >= 0)
         return;
     constexpr int yet_money = 3;
-    int year = 0;
-    while (year < dues_h_grd->filled_rows() - 1 &&
-           whole_part(dues_h_grd->cell(year, yet_money).remove(u',')) <= 0)
-        ++year;
-    dues_h_grd->selectRow(year);
-    click_dues_year(year);
+    std::vector<shown_year> years;
+    for (int row = 0; row < dues_h_grd->filled_rows(); ++row)
+        years.push_back({dues_h_grd->cell(row, 0), whole_part(dues_h_grd->cell(row, yet_money).remove(u','))});
+    const auto year = year_to_pay(years);
+    if (!year)
+        return;
+    dues_h_grd->selectRow(static_cast<int>(*year));
+    click_dues_year(static_cast<int>(*year));
 }
 
 void manager_main_frm::open_on_payment(const char* dialog_name, const QString& otherwise)
