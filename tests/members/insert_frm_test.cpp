@@ -131,11 +131,14 @@ private Q_SLOTS:
     {
         FETCH_ENGINE(kind);
         at_form at{kind};
+        QCOMPARE(at.shown("payment_line"), QString{});
         at.fill_required();
+        QCOMPARE(at.shown("payment_line"), "두 입금일자를 다 넣어야 입금이 저장됩니다.");
         QCOMPARE(at.shown("mem_dues_txt") + at.shown("agree_pay_txt"),
                  "50,00050,000"); // proposed by the kind
         at.write("agree_pay_txt", QStringLiteral("3만"));
         at.pay();
+        QCOMPARE(at.shown("payment_line"), QString{});
         at.pick("scholar_cbb", QStringLiteral("대졸")); // one of four levels without a code of its own
         at.fill_workplace();
         at.save();

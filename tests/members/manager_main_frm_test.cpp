@@ -5,6 +5,7 @@
 #include "support/pausable_proxy.h"
 #include "support/screens.h"
 #include "support/test_register.h"
+#include "ui/controls.h"
 #include "ui/grid.h"
 #include "ui/patience.h"
 
@@ -105,7 +106,7 @@ void store_full_member(client& c)
 void store_odd_member(client& c)
 {
     a_member member{odd};
-    member.named("이수").of_branch(99).with("pers_sex", "1").with("code_scholar", 99);
+    member.named("이수").of_branch(99).with("pers_sex", "1").with("code_scholar", 0);
     member.with("pers_tel", "02123456").with("pers_career", "xx").store_in(c.local_conn);
 }
 
@@ -217,6 +218,14 @@ private Q_SLOTS:
         QCOMPARE(at.text("con_txt"), QString{});
         QCOMPARE(on.c.selected_pers_no, odd);
         QCOMPARE(on.c.db_conn.number("select count(*) as n from id_tbl"), 2);
+        for (const char* table : {"branch_code", "scholarship"}) { // a look-up has left its hits
+            code_list* list = at.desk.target(screen_code::manager_main_frm)->list_for(table);
+            list->clear();
+            list->add("하나", 77);
+        }
+        at.click_member(0);
+        QCOMPARE(at.wrong_fields(true), QString{});
+        QCOMPARE(control<QComboBox>(*at.screen, "scholar_cbb").count(), 5);
         QVERIFY(on.say.take_texts().isEmpty());
     }
 
@@ -243,7 +252,9 @@ private Q_SLOTS:
         QCOMPARE(on.c.cur_val_year + on.c.cur_code_member, QStringLiteral("202510"));
         QCOMPARE(at.panel("dues_b_grd").cell(0, 2), QStringLiteral("1,000"));
         click_row(&years, 2); // the empty one
-        QCOMPARE(on.say.take_texts(), QStringList{"없는행을 선택 하셨습니다."});
+        const QList<message> told = on.say.take_told();
+        QVERIFY(told.size() == 1 && told[0].text == "없는행을 선택 하셨습니다." &&
+                told[0].icon == sign::exclamation);
         QCOMPARE(on.c.cur_val_year, QStringLiteral("2025"));
         years.sortByColumn(2, Qt::DescendingOrder); // 100,000 above 90,000; the keys go along
         click_row(&years, 0);

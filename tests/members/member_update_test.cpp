@@ -109,7 +109,12 @@ private Q_SLOTS:
         at_console at{kind};
         at.open_member();
         at.write("name_txt", "오'영희");
+        const auto says_what_stays_behind = [&at] {
+            return !shown_by(control<QWidget>(*at.screen, "number_line")).isEmpty();
+        };
+        QVERIFY(!says_what_stays_behind());
         at.write("pers_no1_txt", "900102");
+        QVERIFY(says_what_stays_behind());
         at.write("pers_no2_txt", "1234561");
         control<QComboBox>(*at.screen, "bran_cbb").setCurrentIndex(1);
         at.write("id_txt", "o'kim");
@@ -129,6 +134,7 @@ private Q_SLOTS:
                          at.stored(*each, "person_m_tbl", "regi_date"),
                      "오'영희2020261122");
         QCOMPARE(at.on.c.selected_pers_no, other_number); // and he stands open under it
+        QVERIFY(!says_what_stays_behind());
         QCOMPARE(control<QListWidget>(*at.screen, "custom_lst").currentItem()->text(), "오'영희");
     }
 

@@ -89,8 +89,10 @@ private Q_SLOTS:
         at.open();
         for (const bool is_empty : {true, false}) {
             at.enter(is_empty ? "" : "없는 이름");
-            QCOMPARE(at.on.say.take_texts(), // once
-                     QStringList{is_empty ? "찾고자하는 키워드를 적으십시요" : "찾으시는 회원이 없습니다."});
+            const QList<message> told = at.on.say.take_told();
+            QCOMPARE(told.size(), 1);
+            QCOMPARE(told[0].text, is_empty ? "찾고자하는 키워드를 적으십시요" : "찾으시는 회원이 없습니다.");
+            QCOMPARE(told[0].icon, is_empty ? sign::exclamation : sign::information);
             QVERIFY(at.dlg->isVisible());
             QCOMPARE(shown_by(control<QLineEdit>(*at.dlg, "str_txt")), QString{});
             QCOMPARE(at.dlg->focusWidget()->objectName(), QStringLiteral("str_txt"));

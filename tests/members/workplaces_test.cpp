@@ -10,6 +10,7 @@
 
 #include "hands/hands.h"
 
+#include <QLabel>
 #include <QTest>
 
 using namespace orvo;
@@ -128,7 +129,9 @@ private Q_SLOTS:
         click_row(&found, 1);
         QCOMPARE(at.on.say.take_texts(),
                  (QStringList{"검색할 회사명을 입력하여 주세요.", "없는행을 선택하였습니다."}));
+        control<QComboBox>(*dlg, "use_cbb").clear(); // a look-up has left nothing there
         click_row(&found, 0);
+        QCOMPARE(shown_by(control<QComboBox>(*dlg, "use_cbb")), "직영");
         QCOMPARE(shown_by(control<QLineEdit>(*dlg, "fax2_txt")), "123"); // not 234: another's number
         QCOMPARE(shown_by(control<QWidget>(*dlg, "out_m_cbb")) +
                      shown_by(control<QWidget>(*dlg, "emp_y_cbb")),
@@ -154,9 +157,17 @@ private Q_SLOTS:
         at_workplaces at;
         const qint64 before = at.on.c.db_conn.number("select count(*) as n from company");
         auto in = at.open<comp_in_dlg>(screen_code::comp_in_dlg);
+        const auto says = [](QWidget& dlg, const char* line) {
+            return !shown_by(control<QLabel>(dlg, line)).isEmpty();
+        };
+        QVERIFY(says(*in, "no_name") && !says(*in, "one_fax"));
+        write(*in, "fax2_txt", "555");
+        QVERIFY(says(*in, "one_fax"));
         press_button(*in, "submit_img");
         auto ud = at.open<comp_ud_dlg>(screen_code::comp_ud_dlg);
+        QVERIFY(!says(*ud, "no_name"));
         write(*ud, "com_name_txt", "");
+        QVERIFY(says(*ud, "no_name") && !ud->findChild<QLabel*>("one_fax"));
         press_button(*ud, "submit_img");
         QCOMPARE(at.on.say.take_texts(), (QStringList{"근무처명을 입력하세요", "입력이 완료됬습니다.",
                                                       "근무처명을 입력하세요", "수정 완료됬습니다."}));
@@ -189,9 +200,10 @@ private Q_SLOTS:
         dlg.reset();
         QCOMPARE(at.on.c.current_screen, screen_code::manager_main_frm);
         QCOMPARE(at.panels.refreshed, 2);
-        // Opened from the hygiene education list, it leaves that screen's code and the panels alone.
+        // Opened from the hygiene education list, it leaves the panels alone, and the code to that screen.
         at.on.c.comp_ud_caller = "2";
         dlg = at.open<comp_ud_dlg>(screen_code::sup_all_ud_dlg);
+        QCOMPARE(at.desk.target(at.on.c.current_screen), dlg.get()); // its pickers find it
         press_button(*dlg, "submit_img");
         dlg.reset();
         QCOMPARE(at.on.c.current_screen, screen_code::sup_all_ud_dlg);

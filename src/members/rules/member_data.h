@@ -91,7 +91,7 @@ std::optional<refusal> check_identity(const member_data& member,
 std::optional<refusal> check_home_telephone(const member_data& member);
 
 /// The certificates that must bear a number. The second test looks at the sixth number as well, not at the
-/// seventh: the association has never asked for the seventh, and members hold both kinds under one number.
+/// seventh: as in use; must not change.
 std::optional<refusal> check_certificate_numbers(const member_data& member);
 
 /// The columns of `company` that a new row gets, in the order of its insert.

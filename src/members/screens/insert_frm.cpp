@@ -5,9 +5,11 @@
 #include "members/rules/member_search.h"
 #include "ui/amount_field.h"
 #include "ui/controls.h"
+#include "ui/form.h"
 #include "ui/form_state.h"
 #include "ui/held_save.h"
 
+#include <QLabel>
 #include <QShortcut>
 #include <QTimer>
 
@@ -32,7 +34,8 @@ insert_frm::insert_frm(client& c, desk& at, QWidget* over)
                {QStringLiteral("big_in_y_cbb"), QStringLiteral("big_in_m_cbb"),
                 QStringLiteral("big_in_d_cbb"), c.now},
                {QStringLiteral("bran_in_y_cbb"), QStringLiteral("bran_in_m_cbb"),
-                QStringLiteral("bran_in_d_cbb"), c.now}},
+                QStringLiteral("bran_in_d_cbb"), c.now},
+               quiet_line(QStringLiteral("payment_line"), 2)},
       mem_in_img{primary_button(QStringLiteral("mem_in_img"), QStringLiteral("저장(&S)"), "save")},
       insert_img{button(QStringLiteral("insert_img"), QStringLiteral("새로 쓰기(&N)"), "eraser")},
       search_im{button(QStringLiteral("search_im"), QStringLiteral("검색(&F)"), "search")},
@@ -62,6 +65,10 @@ void insert_frm::attach()
     open_by_click(c_, desk_, this, {{payment_.receipt_img, "receipt_dlg"}});
     connect(mem_kind_cbb, &QComboBox::activated, this, [this] { guard([this] { pick_member_kind(); }); });
     connect(member_.id_txt, &QLineEdit::returnPressed, this, [this] { guard([this] { check_id(); }); });
+    for (const date_group& date : {payment_.big_in, payment_.bran_in})
+        for (code_list* each : {date.year, date.month, date.day})
+            connect(each, &QComboBox::currentTextChanged, this, [this] { look_at_payment(); });
+    connect(payment_.agree_pay_txt, &QLineEdit::textChanged, this, [this] { look_at_payment(); });
     // A number of six digits is whole: what is typed on belongs behind the hyphen.
     connect(member_.pers_no1_txt, &QLineEdit::textEdited, this, [this](const QString& typed) {
         if (typed.size() == 6)
@@ -88,6 +95,19 @@ void insert_frm::pick_member_kind()
              sign::exclamation});
     payment_.mem_dues_txt->set_amount(*dues);
     payment_.agree_pay_txt->set_amount(*dues); // most pay in full on the spot
+}
+
+void insert_frm::look_at_payment()
+{
+    const auto is_begun = [](const date_group& date) {
+        return !(date.year->currentText() + date.month->currentText() + date.day->currentText()).isEmpty();
+    };
+    const bool head = is_begun(payment_.big_in);
+    const bool branch = is_begun(payment_.bran_in);
+    const bool is_typed = head || branch || !payment_.agree_pay_txt->text().isEmpty();
+    payment_.line->setText(is_typed && !(head && branch)
+                               ? QStringLiteral("두 입금일자를 다 넣어야 입금이 저장됩니다.")
+                               : QString{});
 }
 
 /// Asked for by Enter alone, and not again at the save: the login is made when the console opens the member.
@@ -174,7 +194,8 @@ void insert_frm::open_in_console(const QString& pers_no)
 {
     const auto query = search_query(search_item::resident_number, pers_no, c_.session_branch);
     if (copy_members(c_.db_conn, c_.local_conn, query) == 0)
-        return c_.say.tell({QStringLiteral("찾으시는 회원이 없습니다.")}); // he is of another branch
+        return c_.say.tell(
+            {QStringLiteral("찾으시는 회원이 없습니다."), {}, sign::information}); // he is of another branch
     c_.member_to_open = pers_no;
     desk_.show(screen_code::manager_main_frm);
 }

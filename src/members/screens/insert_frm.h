@@ -9,6 +9,8 @@
 
 #include <optional>
 
+class QLabel;
+
 namespace orvo {
 
 class enter_walk;
@@ -29,6 +31,7 @@ private:
         code_list *receipt_cbb, *incom_cbb;
         QToolButton* receipt_img;
         date_group big_in, bran_in;
+        QLabel* line; ///< says where what is typed will not be stored
     };
 
     member_fields member_;
@@ -47,6 +50,7 @@ private:
     void attach();
     void load_member_combos();
     void pick_member_kind();
+    void look_at_payment();
     void check_id();
     void offer_draft();
     void restore(const draft& kept);

@@ -72,6 +72,7 @@ QLayout* insert_frm::payment_rows()
                  row("약정금액", {p.dues_in_txt, "원"}),
                  row("본회입금일자", {head.year, "년", head.month, "월", head.day, "일"}),
                  row("지회입금일자", {branch.year, "년", branch.month, "월", branch.day, "일"}),
+                 row("", {p.line}, optional, fills),
                  row("회비입금장소", {p.receipt_cbb, p.receipt_img}, optional, fills),
                  row("회비납입완료", {p.incom_cbb}, optional, fills)},
                 widest_caption);

@@ -125,7 +125,7 @@ void manager_main_frm::attach_keys()
 
 code_list* manager_main_frm::list_for(std::string_view table)
 {
-    return details->fields.list_for(table);
+    return details->list_for(table);
 }
 
 std::optional<address_fields> manager_main_frm::fields_for_address()
@@ -203,7 +203,7 @@ void manager_main_frm::open_member(const QString& pers_no)
 void manager_main_frm::click_dues_year(int row)
 {
     if (!dues_h_grd->is_filled(row))
-        return c_.say.tell({QStringLiteral("없는행을 선택 하셨습니다.")});
+        return c_.say.tell({QStringLiteral("없는행을 선택 하셨습니다."), {}, sign::exclamation});
     c_.cur_val_year = dues_h_grd->cell(row, 0);
     c_.cur_code_member = dues_h_grd->key(row).toString();
     show_dues_lines();

@@ -25,8 +25,7 @@ const QString nothing_to_change =
     QStringLiteral("수정할 행에 내용이 없거나 수정할 행을 선택 하지 않았습니다.");
 const QString nothing_to_delete =
     QStringLiteral("삭제할 행에 내용이 없거나 삭제할 행을 선택 하지 않았습니다.");
-constexpr int largest_con_id =
-    32767; // of the association's other programs, which know these numbers by 16 bits
+constexpr int largest_con_id = 32767; // as in use; must not change
 
 } // namespace
 

@@ -46,7 +46,9 @@ void manager_main_frm::arrange()
     auto* member = new QVBoxLayout;
     member->setSpacing(rhythm / 2);
     auto* head = new QHBoxLayout;
-    head->addWidget(heading(QStringLiteral("세부사항 · 회원정보")), 1);
+    head->addWidget(heading(QStringLiteral("세부사항 · 회원정보")));
+    head->addSpacing(rhythm * 2);
+    head->addWidget(details->number_line, 1);
     head->addWidget(cmd_del);
     head->addSpacing(rhythm * 2);
     head->addWidget(cmd_edit);

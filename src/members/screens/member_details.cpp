@@ -9,18 +9,21 @@
 
 #include <QBoxLayout>
 #include <QCheckBox>
+#include <QLabel>
 #include <QRadioButton>
 
 namespace orvo {
 
-member_details::member_details(client& c, desk& at) : fields{c, at, this}
+member_details::member_details(client& c, desk& at) : fields{c, at, this}, number_line{quiet_line(QStringLiteral("number_line"))}, c_{c}
 {
     setObjectName(QStringLiteral("member_details"));
     fields.get_mail_cbb->addItem(QStringLiteral("발송중지"));
     arrange();
-    fields.fill(read_console_choices(c.local_conn));
+    fill_lists();
     fields.choose_defaults();
     fields.email_txt->clear();
+    for (QLineEdit* each : {fields.pers_no1_txt, fields.pers_no2_txt})
+        connect(each, &QLineEdit::textChanged, this, [this] { look_at_number(); });
 }
 
 void member_details::arrange()
@@ -63,9 +66,32 @@ void member_details::arrange()
     box->addLayout(below({beside({person, reach, belonging}, {4, 6, 5}), licences}));
 }
 
+void member_details::fill_lists()
+{
+    fields.fill(read_console_choices(c_.local_conn));
+    are_narrowed_ = false;
+}
+
+code_list* member_details::list_for(std::string_view table)
+{
+    code_list* list = fields.list_for(table);
+    are_narrowed_ = are_narrowed_ || list;
+    return list;
+}
+
+void member_details::look_at_number()
+{
+    const QString typed = fields.pers_no1_txt->text() + fields.pers_no2_txt->text();
+    const bool is_another = !pers_no_.isEmpty() && typed != pers_no_;
+    number_line->setText(is_another ? QStringLiteral("번호를 바꾸면 교육 이수, 자격증, 위생교육, 웹 아이디는 "
+                                                     "옛 번호에 남습니다.")
+                                    : QString{});
+}
+
 void member_details::clear()
 {
     const member_fields& m = fields;
+    pers_no_.clear();
     for (QLineEdit* each : findChildren<QLineEdit*>(Qt::FindDirectChildrenOnly))
         each->clear();
     m.addr_txt->setToolTip({});
@@ -83,12 +109,16 @@ void member_details::clear()
 
 void member_details::show_member(const rows::row& member)
 {
+    if (are_narrowed_)
+        fill_lists();
     const member_fields& m = fields;
     m.name_txt->setText(member.text("pers_name"));
     (member.number("pers_sex") == 1 ? m.sex1_opt : m.sex2_opt)->setChecked(true);
     const QString pers_no = member.text("pers_no");
     m.pers_no1_txt->setText(pers_no.left(6));
     m.pers_no2_txt->setText(pers_no.right(7));
+    pers_no_ = pers_no;
+    look_at_number();
     m.lic_no_txt->setText(member.text("lic_no"));
     choose_codes(member);
     const QString career = member.text("pers_career");
@@ -116,7 +146,7 @@ void member_details::choose_codes(const rows::row& member)
     m.sect_cbb->QComboBox::clear();
     fields.fill_sections(); // nobody picked, so nobody is told where there are none
     m.sect_cbb->choose_code(member.number("code_sect"));
-    m.scholar_cbb->choose_code(member.number("code_scholar"));
+    fields.choose_education(member.number("code_scholar"));
     m.univer_cbb->choose_code(member.number("code_univer"));
     m.school_cbb->choose_code(member.number("code_school"));
     m.rel_cbb->choose_code(member.number("code_religion"));

@@ -41,6 +41,9 @@ std::array<QString, 3> texts_of(const std::array<QLineEdit*, 3>& fields)
     return {fields[0]->text(), fields[1]->text(), fields[2]->text()};
 }
 
+/// The code of four levels, and of whoever has told none: it says nothing of a member.
+constexpr qint64 no_education = 0;
+
 constexpr std::array<const char*, 7> licence_captions{"초등교사", "중등교사",   "운동처방사",     "조리사",
                                                       "기타",     "임상영양사", "급식경영 영양사"};
 
@@ -179,9 +182,10 @@ void member_fields::fill(const member_choices& choices)
     sub_cbb->fill(choices.affiliated_bodies, "sub_element_name", "sub_code");
     deposit_cbb->fill(choices.contractors, "deposit_name", "code_deposit");
     rel_cbb->fill(choices.religions, "religion_name", "code_religion");
-    // Four levels that never had codes of their own stand before the table's.
+    // Four levels that have no codes of their own stand before the table's: as in use; must not change.
+    scholar_cbb->clear();
     for (const char* level : {"고졸", "전문대졸", "대졸", "대학원졸"})
-        scholar_cbb->add(QString::fromUtf8(level), 0);
+        scholar_cbb->add(QString::fromUtf8(level), no_education);
     for (const auto each : choices.educations)
         scholar_cbb->add(each.text("scholar_name"), each.number("code_scholar"));
     scholar_cbb->setCurrentIndex(-1);
@@ -195,6 +199,11 @@ void member_fields::choose_defaults()
     marry_cbb->choose_text(QStringLiteral("미혼"));
     sex2_opt->setChecked(true);
     email_txt->show_domain(default_email_);
+}
+
+void member_fields::choose_education(qint64 code)
+{
+    code == no_education ? scholar_cbb->setCurrentIndex(-1) : scholar_cbb->choose_code(code);
 }
 
 QString member_fields::fill_sections()
@@ -312,6 +321,8 @@ QString member_fields::shown_as(std::string_view column, const QString& value) c
     if (column == "pers_sex")
         return value == QLatin1String("1") ? sex1_opt->text() : sex2_opt->text();
     if (!found->list)
+        return value;
+    if (found->list == &member_fields::scholar_cbb && value.toLongLong() == no_education)
         return value;
     const int at = (this->*found->list)->findData(value.toLongLong());
     return at < 0 ? value : (this->*found->list)->itemText(at);

@@ -37,6 +37,8 @@ struct member_fields {
     QToolButton *addr_img, *bran_img, *big_img, *sect_img, *school_img, *rel_img, *deposit_img, *sub_img;
 
     void fill(const member_choices& choices);
+    /// Chooses the level of that code; none for the code that says nothing.
+    void choose_education(qint64 code);
     /// What a form without a member begins with.
     void choose_defaults();
     /// The sub-branches of the chosen branch and division. Returns why there are none.

@@ -109,7 +109,7 @@ void search_dlg::run_search()
 {
     const QString key = str_txt->text();
     if (key.isEmpty())
-        return refuse({QStringLiteral("찾고자하는 키워드를 적으십시요")}, str_txt);
+        return refuse({QStringLiteral("찾고자하는 키워드를 적으십시요"), {}, sign::exclamation}, str_txt);
     if (!find(item(), key)) {
         c_.say.tell({QStringLiteral("찾으시는 회원이 없습니다."), {}, sign::information});
         str_txt->clear();

@@ -12,15 +12,16 @@
 #include <QBoxLayout>
 #include <QLabel>
 
+#include <algorithm>
+
 namespace orvo {
 
 namespace {
 
 const QString confirmation = QStringLiteral("확인");
 
-/// The first item is empty and stands where the others' first would: so nothing can be chosen to mean "still
-/// there". In the months it takes the place of January, and no member has been entered as leaving in January;
-/// the association's lists of leavers count on it.
+/// The first item is empty and stands where the others' first would, in the months that of January: as in use;
+/// must not change.
 QStringList behind_an_empty_item(QStringList texts)
 {
     texts.prepend(QString{});
@@ -48,21 +49,29 @@ workplace_dlg::workplace_dlg(const QString& name, qint16 code, client& c, desk& 
       out_y_cbb{text_list(QStringLiteral("out_y_cbb"), leaving_years(), 5)},
       out_m_cbb{text_list(QStringLiteral("out_m_cbb"), behind_an_empty_item(two_digit_texts(2, 12)), 3)},
       submit_img{primary_button(QStringLiteral("submit_img"), QStringLiteral("저장(&S)"), "save")},
-      Image2{button(QStringLiteral("Image2"), QStringLiteral("취소(&C)"), "x")}, save_{c}
+      Image2{button(QStringLiteral("Image2"), QStringLiteral("취소(&C)"), "x")},
+      no_name_{quiet_line(QStringLiteral("no_name"), 2)}, save_{c}
 {
+    const auto look_at_name = [this](const QString& typed) {
+        no_name_->setText(typed.isEmpty() ? QStringLiteral("근무처명이 비어 있으면 저장하지 않고 창을 닫습니다.")
+                                         : QString{});
+    };
+    connect(fields_.com_name_txt, &QLineEdit::textChanged, this, look_at_name);
+    look_at_name({});
     fields_.fill(read_workplace_choices(c.local_conn));
     on_click(
         submit_img, [this] { submit(); }, failures::policy::silent);
     connect(Image2, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-QLayout* workplace_dlg::arrange()
+QLayout* workplace_dlg::arrange(QLabel* below_fax)
 {
     const workplace_fields& w = fields_;
     const auto row = [](const char* caption, std::vector<entry::piece> pieces, bool fills = false) {
         return entry{QString::fromUtf8(caption), std::move(pieces), false, fills};
     };
     auto* place = form({{QStringLiteral("근무처명"), {w.com_name_txt}, true, true},
+                        row("", {no_name_}, true),
                         row("근무처구분", {w.part_cbb}, true),
                         row("근무처대분류", {w.great_div_cbb, w.great_img}, true),
                         row("근무처소분류", {w.small_div_cbb, w.small_img}, true),
@@ -73,14 +82,17 @@ QLayout* workplace_dlg::arrange()
                         row("직급", {w.job_level_cbb, w.job_level_img}, true),
                         row("운영형태", {w.use_cbb}, true),
                         row("허가병상", {w.sick_txt})});
-    auto* reach = form(
-        {row("회사주소", {w.com_post1_txt, "-", w.com_post2_txt, w.com_img}), row("", {w.com_addr_txt}, true),
-         row("전화번호", {w.com_tel[0], "-", w.com_tel[1], "-", w.com_tel[2]}),
-         row("팩스번호", {w.fax[0], "-", w.fax[1], "-", w.fax[2]}), row("1식재료비", {w.meal_s_txt, "원"}),
-         row("1일급식인원", {"아침", w.np[0], "점심", w.np[1], "저녁", w.np[2], "야식", w.np[3]}),
-         row("급식종사자수", {"영양사", w.mnp[0], "조리사", w.mnp[1], "조리원", w.mnp[2]}),
-         row("겸직여부", {w.pers_multy_cbb}), row("공동관리", {w.join_con_cbb, "공동조리", w.join_cook_cbb}),
-         row("위생교육여부", {w.san_edu_cbb}), row("우선 근무처여부", {w.primary_cbb})});
+    std::vector<entry> reach_rows{
+        row("회사주소", {w.com_post1_txt, "-", w.com_post2_txt, w.com_img}), row("", {w.com_addr_txt}, true),
+        row("전화번호", {w.com_tel[0], "-", w.com_tel[1], "-", w.com_tel[2]}),
+        row("팩스번호", {w.fax[0], "-", w.fax[1], "-", w.fax[2]}), row("1식재료비", {w.meal_s_txt, "원"}),
+        row("1일급식인원", {"아침", w.np[0], "점심", w.np[1], "저녁", w.np[2], "야식", w.np[3]}),
+        row("급식종사자수", {"영양사", w.mnp[0], "조리사", w.mnp[1], "조리원", w.mnp[2]}),
+        row("겸직여부", {w.pers_multy_cbb}), row("공동관리", {w.join_con_cbb, "공동조리", w.join_cook_cbb}),
+        row("위생교육여부", {w.san_edu_cbb}), row("우선 근무처여부", {w.primary_cbb})};
+    if (below_fax)
+        reach_rows.insert(reach_rows.begin() + 4, row("", {below_fax}, true));
+    auto* reach = form(reach_rows);
     QWidget* const to_the_right = nullptr;
     held_ = new QWidget;
     held_->setLayout(beside({place, reach}));
@@ -162,7 +174,8 @@ comp_in_dlg::comp_in_dlg(client& c, desk& at, QWidget* over)
       com_lst{
           new grid{QStringLiteral("com_lst"),
                    {{QStringLiteral("회사코드"), 80, true}, {QStringLiteral("회사이름"), 200, false, true}},
-                   c}}
+                   c}},
+      one_fax_{quiet_line(QStringLiteral("one_fax"), 2)}
 {
     com_lst->setMaximumHeight(110);
     com_lst->setAccessibleName(QStringLiteral("검색된 근무처"));
@@ -172,7 +185,9 @@ comp_in_dlg::comp_in_dlg(client& c, desk& at, QWidget* over)
     failures::guard(c_.say, failures::policy::report,
                     [this] { known_ids_ = ask(c_.db_conn, workplace_ids_of(c_.selected_pers_no)); });
     lay_out(below({heading(QStringLiteral("근무처 입력")),
-                   form({{QStringLiteral("회사명"), {str_txt, search_img}}}), com_lst, arrange()}));
+                   form({{QStringLiteral("회사명"), {str_txt, search_img}}}), com_lst, arrange(one_fax_)}));
+    for (QLineEdit* each : fields_.fax)
+        connect(each, &QLineEdit::textChanged, this, [this] { look_at_fax(); });
     begin_to_walk();
     on_click(search_img, [this] { search(); });
     on_enter(str_txt, [this] { search(); });
@@ -185,6 +200,14 @@ comp_in_dlg::comp_in_dlg(client& c, desk& at, QWidget* over)
 comp_in_dlg::~comp_in_dlg()
 {
     c_.current_screen = screen_code::manager_main_frm;
+}
+
+void comp_in_dlg::look_at_fax()
+{
+    const bool is_typed =
+        std::ranges::any_of(fields_.fax, [](const QLineEdit* each) { return !each->text().isEmpty(); });
+    one_fax_->setText(is_typed ? QStringLiteral("첫 칸의 번호만 세 번 이어 저장됩니다. 저장한 뒤 [수정]에서 고치십시오.")
+                               : QString{});
 }
 
 void comp_in_dlg::search()
@@ -207,6 +230,8 @@ void comp_in_dlg::copy_row(int row)
         return c_.say.tell(
             {QStringLiteral("이 근무처는 더 이상 없습니다. 다시 검색하여 주십시오."), {}, sign::exclamation});
     const auto stored = found->front();
+    // A look-up may have narrowed the lists, and a code that they have not would be dropped.
+    fields_.fill(read_workplace_choices(c_.local_conn));
     fields_.show(stored);
     fields_.show_fax(cut_copied_fax(stored.text("company_fax")));
     show_leaving_date(stored.text("pers_out_date"));
@@ -215,16 +240,16 @@ void comp_in_dlg::copy_row(int row)
 planned_save comp_in_dlg::plan()
 {
     workplace_data typed = read();
-    // The first field three times over, and not the other two: as in use, must not change.
+    // The first field three times over, and not the other two: as in use; must not change.
     typed.company_fax = fields_.fax[0]->text() + fields_.fax[0]->text() + fields_.fax[0]->text();
     return add_workplace(c_.selected_pers_no, typed, c_.today(), known_ids_);
 }
 
 comp_ud_dlg::comp_ud_dlg(client& c, desk& at, QWidget* over)
-    : workplace_dlg{QStringLiteral("comp_ud_dlg"), screen_code::comp_ud_dlg, c, at, over}
+    : workplace_dlg{QStringLiteral("comp_ud_dlg"), screen_code::comp_ud_dlg, c, at, over}, opened_from_{
+                                                                                             c.current_screen}
 {
-    if (c_.comp_ud_caller == QLatin1String("1"))
-        c_.current_screen = screen_code::comp_ud_dlg;
+    c_.current_screen = screen_code::comp_ud_dlg; // by which its pickers find it
     lay_out(below({heading(QStringLiteral("근무처 수정")), arrange()}));
     begin_to_walk();
     failures::guard(c_.say, failures::policy::report, [this] { load(); });
@@ -234,7 +259,8 @@ comp_ud_dlg::comp_ud_dlg(client& c, desk& at, QWidget* over)
 comp_ud_dlg::~comp_ud_dlg()
 {
     if (c_.current_screen == screen_code::comp_ud_dlg)
-        c_.current_screen = screen_code::manager_main_frm;
+        c_.current_screen = opened_from_ == screen_code::sup_all_ud_dlg ? screen_code::sup_all_ud_dlg
+                                                                        : screen_code::manager_main_frm;
 }
 
 void comp_ud_dlg::load()

@@ -25,7 +25,8 @@ protected:
     code_list *out_y_cbb, *out_m_cbb;
     QPushButton *submit_img, *Image2;
 
-    QLayout* arrange();
+    /// `below_fax`: what is said there; null for nothing.
+    QLayout* arrange(QLabel* below_fax = nullptr);
     /// Enter walks the fields that are there by now.
     void begin_to_walk();
     void show_leaving_date(const QString& pers_out_date);
@@ -36,6 +37,7 @@ protected:
     virtual QString done_text() const = 0;
 
 private:
+    QLabel* no_name_;
     QWidget* held_ = nullptr; ///< the fields, which a save that broke half way holds as they are
     held_save save_;
 
@@ -58,8 +60,10 @@ private:
     QLineEdit* str_txt;
     QPushButton* search_img;
     grid* com_lst;
+    QLabel* one_fax_;
     QString known_ids_; ///< of the workplaces that the member has already
 
+    void look_at_fax();
     void search();
     void copy_row(int row);
 };
@@ -75,6 +79,7 @@ protected:
     QString done_text() const override { return QStringLiteral("수정 완료됬습니다."); }
 
 private:
+    const qint16 opened_from_; ///< the code of the screen in use before
     std::optional<rows> stored_;
     std::vector<column_value> untouched_;
 
