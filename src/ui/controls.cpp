@@ -72,12 +72,7 @@ QPushButton* primary_button(const QString& name, const QString& caption, const c
 {
     QPushButton* made = button(name, caption);
     made->setIcon(icon(icon_name, colours().on_accent));
-    QPalette p = made->palette();
-    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-        p.setColor(group, QPalette::Button, colours().accent);
-        p.setColor(group, QPalette::ButtonText, colours().on_accent);
-    }
-    made->setPalette(p);
+    made->setPalette(main_button_palette());
     mark_as_main(*made);
     made->setDefault(true);
     return made;

@@ -21,9 +21,7 @@ QLayout* caption_cell(QLabel* label, bool is_required)
     cell->addWidget(label);
     if (is_required) {
         auto* star = new QLabel{QStringLiteral("*")};
-        QPalette p;
-        p.setColor(QPalette::WindowText, colours().required);
-        star->setPalette(p);
+        star->setForegroundRole(QPalette::BrightText);
         cell->addWidget(star);
     }
     cell->addStretch();

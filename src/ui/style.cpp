@@ -2,6 +2,7 @@
 
 #include "ui/theme.h"
 
+#include <QGuiApplication>
 #include <QListWidget>
 #include <QPainter>
 #include <QStyleOption>
@@ -45,11 +46,35 @@ void draw_main_button(const QStyleOption& option, QPainter& painter)
     painter.drawRoundedRect(outline_of(option).adjusted(2, 2, -2, -2), roundness, roundness);
 }
 
+/// The toolkit keeps the pictures of buttons, lists and captions by the key of their palette, and gives each
+/// widget the application's palette under another key: each window that was ever opened would leave its own.
+void share_palette(const QStyleOption* option)
+{
+    const QPalette all = QGuiApplication::palette();
+    if (option->palette == all)
+        const_cast<QStyleOption*>(option)->palette = all;
+}
+
 } // namespace
+
+void style::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                        const QWidget* widget) const
+{
+    share_palette(option);
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void style::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                               const QWidget* widget) const
+{
+    share_palette(option);
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
 
 void style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                           const QWidget* widget) const
 {
+    share_palette(option);
     const bool is_button = element == PE_PanelButtonCommand;
     const bool is_main_one = is_button && widget && widget->property(is_main).toBool();
     if (!is_main_one)

@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QFont>
 #include <QLibraryInfo>
-#include <QPalette>
 #include <QTranslator>
 
 namespace orvo {
@@ -25,6 +24,7 @@ constexpr shade_table dark_shades{0xff1b1f24, 0xff2a3037, 0xff2f363e, 0xff39414b
                                   0xff2b586d, 0xfff2f8fb, 0xffff8a7a};
 
 theme_colours current;
+QPalette of_main_button;
 
 QPalette palette_of(const shade_table& s)
 {
@@ -73,6 +73,11 @@ void apply_theme(QApplication& app, shade which)
     current = {QColor{s.accent}, QColor{s.on_accent}, QColor{s.quiet}, QColor{s.required}, QColor{s.outline}};
     QApplication::setStyle(new style);
     QApplication::setPalette(palette_of(s));
+    of_main_button = QApplication::palette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+        of_main_button.setColor(group, QPalette::Button, current.accent);
+        of_main_button.setColor(group, QPalette::ButtonText, current.on_accent);
+    }
     // One face for all Korean text; the second has the rare Hanja that the first lacks.
     QFont font;
     font.setFamilies({QStringLiteral("NanumGothic"), QStringLiteral("Noto Sans CJK KR")});
@@ -86,6 +91,11 @@ void apply_theme(QApplication& app, shade which)
 const theme_colours& colours()
 {
     return current;
+}
+
+const QPalette& main_button_palette()
+{
+    return of_main_button;
 }
 
 } // namespace orvo

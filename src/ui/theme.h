@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QPalette>
 
 class QApplication;
 
@@ -24,5 +25,8 @@ void apply_theme(QApplication& app, shade which);
 shade preferred_shade();
 
 const theme_colours& colours();
+/// Of the one filled button of a window. Made once, as all palettes are that a screen needs: the toolkit keeps
+/// pictures for each.
+const QPalette& main_button_palette();
 
 } // namespace orvo

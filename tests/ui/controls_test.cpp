@@ -1,3 +1,4 @@
+#include "members/screens/insert_frm.h"
 #include "members/screens/manager_main_frm.h"
 #include "members/screens/search_dlg.h"
 #include "shell/login_dlg.h"
@@ -11,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPixmapCache>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
@@ -26,12 +28,42 @@ private Q_SLOTS:
     void initTestCase();
     void controls_bear_names_and_captions_have_room_data();
     void controls_bear_names_and_captions_have_room();
+    void a_screen_leaves_no_pictures_behind();
 };
 
 void controls_test::initTestCase()
 {
     qputenv("ORVO_ACCESSIBLE_IDS", "1");
     name_controls_for_tools(*qApp);
+}
+
+/// In a cache of the room that the screens need once, what nobody asks for again is the first to go.
+void controls_test::a_screen_leaves_no_pictures_behind()
+{
+    running_client on{engine::embedded};
+    fake_desk desk;
+    const auto open_all = [&](int times) {
+        for (int i = 0; i < times; ++i)
+            for (const bool is_console : {true, false}) {
+                std::unique_ptr<QWidget> screen;
+                if (is_console)
+                    screen = std::make_unique<manager_main_frm>(on.c, desk, nullptr);
+                else
+                    screen = std::make_unique<insert_frm>(on.c, desk, nullptr);
+                screen->resize(1366, 660);
+                screen->grab();
+            }
+    };
+    const int usual = QPixmapCache::cacheLimit();
+    QPixmapCache::clear();
+    QPixmapCache::setCacheLimit(1024); // KB
+    open_all(1);
+    QPixmap mark{1, 1};
+    QPixmapCache::insert("mark", mark);
+    open_all(20);
+    const bool is_still_there = QPixmapCache::find("mark", &mark);
+    QPixmapCache::setCacheLimit(usual);
+    QVERIFY(is_still_there);
 }
 
 void controls_test::controls_bear_names_and_captions_have_room_data()
