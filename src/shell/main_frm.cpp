@@ -1,6 +1,7 @@
 #include "shell/main_frm.h"
 
 #include "client/client.h"
+#include "client/workstation.h"
 #include "shell/commands.h"
 #include "shell/login.h"
 #include "shell/workspace.h"
@@ -140,6 +141,7 @@ bool main_frm::log_in_and_start()
     QCoreApplication::processEvents();
     if (!c_.session_ok)
         return false;
+    guard(c_.say, policy::report, [this] { take_over_workstation(c_); });
     // Once, and not again at a later login: rights last as long as the program runs.
     apply_rights();
     guard(c_.say, policy::report, [this] { show_operator(); });

@@ -1,6 +1,7 @@
 #include "client/client.h"
 #include "client/code_mirror.h"
 #include "client/local_file.h"
+#include "client/workstation.h"
 #include "db/schema/schema.h"
 #include "support/builders.h"
 #include "support/engines.h"
@@ -216,6 +217,29 @@ private Q_SLOTS:
         QVERIFY_EXCEPTION_THROWN(remake_local_file(c), db_failure);
         QCOMPARE(c.local_conn.number("select code_bran from branch_code"), 10); // as before
         QCOMPARE(QDir{c.folder.path}.entryList({".orvo*"}, QDir::AllEntries | QDir::Hidden), QStringList{});
+    }
+
+    void another_operator_finds_an_emptied_workstation()
+    {
+        running_client on{engine::embedded};
+        // Who logs in one after the other, and whether he finds what was there before.
+        for (const auto& [id, branch, finds_it] : {std::tuple{"kim", "0", false},
+                                                   {"kim", "0", true},
+                                                   {"o'kim", "0", false},
+                                                   {"o'kim", "7 A", false},
+                                                   {"o'kim", "7 A", true},
+                                                   {"kim", "0", false}}) {
+            connection& local = on.c.local_conn;
+            for (const char* table : {"person_m_tbl", "print_tbl", "print_made", "drafts", "recent_members"})
+                local.direct(std::string{"insert or replace into "} + table + " default values");
+            on.c.session_id = id;
+            on.c.session_branch = branch;
+            take_over_workstation(on.c);
+            for (const char* table : {"person_m_tbl", "print_tbl", "print_made"})
+                QCOMPARE(local.number(std::string{"select count(*) as n from "} + table) > 0, finds_it);
+            for (const char* table : {"drafts", "recent_members"}) // each operator has his own
+                QCOMPARE(local.number(std::string{"select count(*) as n from "} + table), 1);
+        }
     }
 
     void codes_are_mirrored_all_or_none_data() { engines_under_test(); }

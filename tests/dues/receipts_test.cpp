@@ -45,7 +45,7 @@ struct at_receipts {
     }
     auto search(const auto& wanted, progress* follow = nullptr)
     {
-        return queue_receipts(db, on.c.local_conn, wanted, follow);
+        return queue_receipts(db, on.c.local_conn, wanted, {on.c.session_id, on.c.now()}, follow);
     }
     std::vector<receipt> queue() { return queued_receipts(on.c.local_conn, 2026); }
 
@@ -206,6 +206,36 @@ private Q_SLOTS:
         press(dlg.focusWidget(), Qt::Key_Return);
         QVERIFY(!dlg.isVisible() && desk.opened_above == QStringList{"receipt_dsg"});
         QVERIFY(at.queue().size() == 1 && at.queue().front().pers_no == lee);
+    }
+
+    void a_queue_goes_to_the_printer_by_who_made_it_alone()
+    {
+        at_receipts at;
+        fake_desk desk;
+        at.on.c.session_id = "head";
+        at.search(march);
+        for (const auto& [id, branch, is_offered] :
+             {std::tuple{"head", "0", true}, {"head", "10", false}, {"seoul", "0", false}, {"", "0", false}}) {
+            at.on.c.session_id = id;
+            at.on.c.session_branch = branch;
+            dues_receipt_dlg dlg{at.on.c, desk, nullptr};
+            bring_up(dlg);
+            auto& left_img = control<QPushButton>(dlg, "left_img");
+            QCOMPARE(left_img.isVisible(), is_offered);
+            QCOMPARE(shown_by(control<QLabel>(dlg, "note_txt")).startsWith("2026-11-22 10:00에 만든 영수증 4장"),
+                     is_offered);
+            click(&control<QPushButton>(dlg, "print_img"));
+            QCOMPARE(at.on.say.take_texts(), QStringList{"출력할 영수증이 목록에 없습니다. 먼저 검색하십시오."});
+            QVERIFY(dlg.isVisible() && desk.opened_above.isEmpty());
+            if (!is_offered)
+                continue;
+            click(&left_img);
+            auto& print_lst = control<grid>(dlg, "print_lst");
+            QVERIFY(print_lst.filled_rows() == 4 && print_lst.is_ticked(3) && !left_img.isVisible());
+            QCOMPARE(print_lst.cell(3, 3), "20260315");
+            click(&control<QPushButton>(dlg, "print_img"));
+            QCOMPARE(std::exchange(desk.opened_above, {}), QStringList{"receipt_dsg"});
+        }
     }
 
     void the_report_goes_to_a_file_and_to_a_printer()

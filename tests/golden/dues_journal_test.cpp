@@ -39,6 +39,7 @@ struct at {
         first.with("con_date", chosen.con_date).with("pers_no", kim).with("con_money", 300'000).store_in(db);
         on.its_register.sql_server().take_batches();
     }
+    void queue(const auto& wanted) { queue_receipts(db, local, wanted, {"head", on.c.now()}); }
 
     running_client on{engine::sqlserver};
     connection &db = on.c.db_conn, &local = on.c.local_conn;
@@ -72,12 +73,12 @@ const std::pair<const char*, std::function<void(at&)>> acts[] = {
     {"dues_search_dlg, head office", [](at& a) { copy_members(a.db, a.local, settled); }},
     {"dues_search_dlg, branch", [](at& a) { copy_members(a.db, a.local, open); }},
     {"kinds in pers_receipt_dlg", [](at& a) { receipt_member_kinds(a.db); }},
-    {"pers_receipt_dlg by name", [](at& a) { queue_receipts(a.db, a.local, by_name); }},
-    {"pers_receipt_dlg by number, branch", [](at& a) { queue_receipts(a.db, a.local, by_number); }},
-    {"pers_receipt_dlg by licence", [](at& a) { queue_receipts(a.db, a.local, by_licence); }},
-    {"pers_receipt_dlg by nothing", [](at& a) { queue_receipts(a.db, a.local, all); }},
-    {"dues_receipt_dlg, head office", [](at& a) { queue_receipts(a.db, a.local, head); }},
-    {"dues_receipt_dlg, branch", [](at& a) { queue_receipts(a.db, a.local, branch); }},
+    {"pers_receipt_dlg by name", [](at& a) { a.queue(by_name); }},
+    {"pers_receipt_dlg by number, branch", [](at& a) { a.queue(by_number); }},
+    {"pers_receipt_dlg by licence", [](at& a) { a.queue(by_licence); }},
+    {"pers_receipt_dlg by nothing", [](at& a) { a.queue(all); }},
+    {"dues_receipt_dlg, head office", [](at& a) { a.queue(head); }},
+    {"dues_receipt_dlg, branch", [](at& a) { a.queue(branch); }},
 };
 
 } // namespace

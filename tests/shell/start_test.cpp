@@ -134,11 +134,14 @@ private Q_SLOTS:
         at_start at{kind};
         if (kind != engine::embedded)
             at.configure(at.its.address());
+        a_member{"9001011234568"}.store_in(*std::make_unique<connection>(at.its.connect(database::local)));
         at.hands.will_log_in();
         QVERIFY(at.run());
         QCOMPARE(at.hands.seen, QStringList{"login_dlg"});
         QVERIFY(at.running->window().isVisible());
-        QCOMPARE(at.running->running_client().session_name, QStringLiteral("이정은"));
+        client& c = at.running->running_client();
+        QCOMPARE(c.session_name, QStringLiteral("이정은"));
+        QCOMPARE(c.local_conn.number("select count(*) as n from person_m_tbl"), 0); // of whoever was here before
     }
 
     void a_second_instance_is_told_and_ends()

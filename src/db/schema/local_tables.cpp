@@ -33,6 +33,21 @@ table receipt_queue()
             {{"pers_no"}}};
 }
 
+/// Who filled the queue, of which branch, and when: one row, or none.
+table receipt_queue_made()
+{
+    return {"print_made",
+            {text("admin_id", unbounded), text("session_branch", unbounded), text("made_at", 30)},
+            {},
+            {}};
+}
+
+/// Who logged in last at this workstation, and of which branch: one row, or none.
+table last_login()
+{
+    return {"last_login", {text("admin_id", unbounded), text("session_branch", unbounded)}, {}, {}};
+}
+
 table recent_words()
 {
     return {"recent_words",
@@ -62,8 +77,9 @@ table drafts()
 std::vector<table> local_tables()
 {
     std::vector<table> all = code_tables();
-    for (table& one : std::vector<table>{scratch_copy(), postal_codes(), receipt_queue(), recent_words(),
-                                         recent_members(), drafts()})
+    for (table& one :
+         std::vector<table>{scratch_copy(), postal_codes(), receipt_queue(), receipt_queue_made(), last_login(),
+                            recent_words(), recent_members(), drafts()})
         all.push_back(std::move(one));
     return all;
 }

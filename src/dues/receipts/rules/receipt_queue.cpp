@@ -72,16 +72,22 @@ void insert_receipt(repeated_write& insert, const receipt& one, bool with_workpl
     row.write_by(insert);
 }
 
-repeated_write emptied(connection& local)
+repeated_write emptied(connection& local, const queue_maker& by, const QDateTime& now)
 {
     local.write("delete from print_tbl");
+    local.write("delete from print_made");
+    local.write("insert into print_made(admin_id,session_branch,made_at) values "
+                "('{admin_id}','{session_branch}','{made_at}')",
+                {{"admin_id", by.admin_id},
+                 {"session_branch", by.session_branch},
+                 {"made_at", now.toString(Qt::ISODate)}});
     return local.repeat(home_text);
 }
 
 } // namespace
 
-receipt_queue::receipt_queue(connection& local)
-    : insert_home_{emptied(local)}, insert_workplace_{local.repeat(workplace_text)}
+receipt_queue::receipt_queue(connection& local, const queue_maker& by, const QDateTime& now)
+    : insert_home_{emptied(local, by, now)}, insert_workplace_{local.repeat(workplace_text)}
 {
 }
 
@@ -101,6 +107,17 @@ void take_out_members(connection& local, const QStringList& pers_nos)
     for (const QString& each : pers_nos)
         local.write("delete from print_tbl where pers_no='{pers_no}'", {{"pers_no", each}});
     all_or_nothing.commit();
+}
+
+std::optional<left_queue> queue_left_by(connection& local, const queue_maker& who)
+{
+    const rows made = local.read("select made_at from print_made where admin_id='{admin_id}' and "
+                                 "session_branch='{session_branch}'",
+                                 {{"admin_id", who.admin_id}, {"session_branch", who.session_branch}});
+    const qint64 size = made.empty() ? 0 : local.number("select count(*) as n from print_tbl");
+    if (size == 0)
+        return {};
+    return left_queue{QDateTime::fromString(made.front().text("made_at"), Qt::ISODate), size};
 }
 
 std::vector<receipt> queued_receipts(connection& local, int year_of_printing)

@@ -2,9 +2,11 @@
 
 #include "db/connection.h"
 
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 
+#include <optional>
 #include <vector>
 
 namespace orvo {
@@ -27,10 +29,17 @@ struct receipt {
     QString valid_until; ///< of the printed page alone
 };
 
+/// Who fills the queue. It is his alone: another operator, or the same one for another branch, may not see
+/// whose receipts it holds.
+struct queue_maker {
+    QString admin_id;
+    QString session_branch;
+};
+
 /// The queue while a search fills it: empty at first. Stands inside a transaction of the local file.
 class receipt_queue {
 public:
-    explicit receipt_queue(connection& local);
+    receipt_queue(connection& local, const queue_maker& by, const QDateTime& now);
     /// A receipt for the home address, whose workplace stays empty.
     void add_to_home(const receipt& one);
     void add_to_workplace(const receipt& one);
@@ -43,6 +52,15 @@ private:
 /// Takes receipts out of the queue, by member: all rows of each of them go, however many there are. All or
 /// nothing.
 void take_out_members(connection& local, const QStringList& pers_nos);
+
+/// A queue that an earlier search left.
+struct left_queue {
+    QDateTime made_at;
+    qint64 size = 0;
+};
+
+/// What is left of the one that this operator made; nothing where it is another's, or empty.
+std::optional<left_queue> queue_left_by(connection& local, const queue_maker& who);
 
 /// The queue in the order in which it was filled. Membership is stated to be valid to the end of the year of
 /// printing, whatever year was paid for.

@@ -1,7 +1,6 @@
 #include "dues/receipts/rules/receipt_search.h"
 
 #include "client/branches.h"
-#include "dues/receipts/rules/receipt_queue.h"
 
 #include <QElapsedTimer>
 
@@ -49,8 +48,9 @@ QString gapped(const QString& day)
 /// One search on its way into the queue.
 class filling {
 public:
-    filling(connection& db, connection& local, const payment_texts& texts, progress* follow)
-        : db_{db}, texts_{texts}, follow_{follow}, all_or_nothing_{local}, queue_{local}
+    filling(connection& db, connection& local, const payment_texts& texts, progress* follow,
+            const queue_maker& by, const QDateTime& now)
+        : db_{db}, texts_{texts}, follow_{follow}, all_or_nothing_{local}, queue_{local, by, now}
     {
         since_.start();
     }
@@ -122,14 +122,15 @@ private:
 
 std::optional<listed_receipts> fill_queue(connection& db, connection& local, const statement& members,
                                           std::string_view mail_column, const payment_texts& texts,
-                                          progress* follow, const std::function<void()>& found_some)
+                                          const queue_maker& by, const QDateTime& now, progress* follow,
+                                          const std::function<void()>& found_some)
 {
     rows found;
     db.read_each(members.text, members.given, found, follow);
     if (found.empty())
         return {};
     found_some();
-    filling queue{db, local, texts, follow};
+    filling queue{db, local, texts, follow, by, now};
     for (const auto row : found)
         queue.add_member(row.text("pers_no"), row.text(mail_column));
     return queue.finish();
@@ -151,7 +152,7 @@ std::string_view members_text(receipt_item by)
 } // namespace
 
 std::optional<listed_receipts> queue_receipts(connection& db, connection& local,
-                                              const member_receipts& wanted, progress* follow,
+                                              const member_receipts& wanted, const searcher& by, progress* follow,
                                               const std::function<void()>& found_some)
 {
     statement members{std::string{members_text(wanted.item)},
@@ -160,14 +161,15 @@ std::optional<listed_receipts> queue_receipts(connection& db, connection& local,
                      " and code_bran='{session_branch}'");
     members.text += " and code_member='{kind}'";
     const payment_texts payments{std::string{home_text}, std::string{workplace_text}, {}};
-    return fill_queue(db, local, members, "get_mail_place", payments, follow, found_some);
+    return fill_queue(db, local, members, "get_mail_place", payments, {by.admin_id, wanted.session_branch},
+                      by.now, follow, found_some);
 }
 
 /// A member with several payments in the period is found once for each of them, and each time gets all of
 /// them: two payments are four receipts, three are nine. That is how the association's runs have always come
 /// out, and the sheets are counted by it; a run with each payment once would pass for an incomplete one.
 std::optional<listed_receipts> queue_receipts(connection& db, connection& local,
-                                              const period_receipts& wanted, progress* follow,
+                                              const period_receipts& wanted, const searcher& by, progress* follow,
                                               const std::function<void()>& found_some)
 {
     const bool at_head_office = wanted.place == paid_at::head_office;
@@ -182,7 +184,16 @@ std::optional<listed_receipts> queue_receipts(connection& db, connection& local,
                      " and a.code_bran='{session_branch}'");
     const payment_texts payments{std::string{home_text} + period,
                                  std::string{workplace_in_period_text} + period, given};
-    return fill_queue(db, local, members, "get_mail", payments, follow, found_some);
+    return fill_queue(db, local, members, "get_mail", payments, {by.admin_id, wanted.session_branch}, by.now,
+                      follow, found_some);
+}
+
+listed_receipts receipts_in_queue(connection& local)
+{
+    listed_receipts listed;
+    for (const auto row : local.read("select pers_no,pers_name,in_date from print_tbl"))
+        listed.push_back({row.text("pers_no"), row.text("pers_name"), row.text("in_date").remove(u' ')});
+    return listed;
 }
 
 rows receipt_member_kinds(connection& db)

@@ -1,11 +1,6 @@
 #pragma once
 
-#include "db/connection.h"
-
-#include <QString>
-
-#include <optional>
-#include <vector>
+#include "dues/receipts/rules/receipt_queue.h"
 
 namespace orvo {
 
@@ -38,6 +33,12 @@ struct period_receipts {
     QString session_branch;
 };
 
+/// Whose search it is, and when.
+struct searcher {
+    QString admin_id;
+    QDateTime now;
+};
+
 // Both replace the receipt queue by the payments of the members found, and return what is in it now: empty
 // where none of them has a receipt, nothing where no member was found, and the queue is then as it was. So it
 // is where the operator ends the search (db_failure, cancelled) or something fails: the queue of the earlier
@@ -46,12 +47,15 @@ struct period_receipts {
 
 /// All payments that the members ever made.
 std::optional<listed_receipts> queue_receipts(
-    connection& db, connection& local, const member_receipts& wanted, progress* follow = nullptr,
-    const std::function<void()>& found_some = [] {});
+    connection& db, connection& local, const member_receipts& wanted, const searcher& by,
+    progress* follow = nullptr, const std::function<void()>& found_some = [] {});
 /// The payments of the period.
 std::optional<listed_receipts> queue_receipts(
-    connection& db, connection& local, const period_receipts& wanted, progress* follow = nullptr,
-    const std::function<void()>& found_some = [] {});
+    connection& db, connection& local, const period_receipts& wanted, const searcher& by,
+    progress* follow = nullptr, const std::function<void()>& found_some = [] {});
+
+/// The lines of the queue as it is.
+listed_receipts receipts_in_queue(connection& local);
 
 /// The member kinds that the search offers.
 rows receipt_member_kinds(connection& db);

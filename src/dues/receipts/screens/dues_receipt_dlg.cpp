@@ -78,7 +78,7 @@ void dues_receipt_dlg::find()
         }
     } at_the_end{*Text1};
     run([&](progress* follow) {
-        return queue_receipts(c_.db_conn, c_.local_conn, wanted, follow, [this] {
+        return queue_receipts(c_.db_conn, c_.local_conn, wanted, who(), follow, [this] {
             Text1->setText(QStringLiteral("현재 검색 중 입니다. 잠시 기다려 주십시요."));
             Text1->repaint();
         });

@@ -30,7 +30,7 @@ void pers_receipt_dlg::find()
 {
     const member_receipts wanted{static_cast<receipt_item>(std::max(0, item_cbb->currentIndex())),
                                  str_txt->text(), cbb_memkind->code(), c_.session_branch};
-    run([&](progress* follow) { return queue_receipts(c_.db_conn, c_.local_conn, wanted, follow); });
+    run([&](progress* follow) { return queue_receipts(c_.db_conn, c_.local_conn, wanted, who(), follow); });
 }
 
 } // namespace orvo

@@ -23,7 +23,8 @@ receipt_dlg::receipt_dlg(const QString& name, const QString& day_caption, client
                                     c}},
       note_txt{new QLabel}, print_img{button(QStringLiteral("print_img"), QStringLiteral("출력(&P)"),
                                              "printer")},
-      close_img{button(QStringLiteral("close_img"), QStringLiteral("닫기(&C)"), "x")}
+      close_img{button(QStringLiteral("close_img"), QStringLiteral("닫기(&C)"), "x")},
+      left_img{button(QStringLiteral("left_img"), QStringLiteral("남은 영수증(&L)"), "history")}
 {
     print_lst->setAccessibleName(QStringLiteral("영수증 목록"));
     print_lst->setMinimumSize(460, 320);
@@ -37,6 +38,8 @@ receipt_dlg::receipt_dlg(const QString& name, const QString& day_caption, client
     note_txt->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     print_lst->on_tick([this] { show_count(); });
     on_click(print_img, [this] { print(); });
+    on_click(left_img, [this] { take_what_is_left(); });
+    failures::guard(c_.say, failures::policy::report, [this] { offer_what_is_left(); });
     connect(close_img, &QPushButton::clicked, this, &receipt_dlg::reject);
     keep_enter(print_lst); // a search ticks every line anew: Enter in the list must not begin one
 }
@@ -48,12 +51,29 @@ QLayout* receipt_dlg::list_part()
 
 QLayout* receipt_dlg::button_part()
 {
-    return line({static_cast<QWidget*>(nullptr), print_img, close_img});
+    return line({left_img, static_cast<QWidget*>(nullptr), print_img, close_img});
 }
 
 void receipt_dlg::say_quietly(const QString& text)
 {
     note_txt->setText(text);
+}
+
+/// A queue is offered to who made it, and goes to the printer only when it stands in the list.
+void receipt_dlg::offer_what_is_left()
+{
+    const auto left = queue_left_by(c_.local_conn, {c_.session_id, c_.session_branch});
+    if (!left)
+        left_img->hide();
+    else
+        say_quietly(QStringLiteral("%1에 만든 영수증 %2장이 남아 있습니다. 다시 출력하려면 [남은 영수증]을 누르십시오.")
+                        .arg(left->made_at.toString(QStringLiteral("yyyy-MM-dd HH:mm")),
+                             with_separators(left->size)));
+}
+
+void receipt_dlg::take_what_is_left()
+{
+    show_found(receipts_in_queue(c_.local_conn));
 }
 
 void receipt_dlg::run(const search& wanted)
@@ -76,6 +96,8 @@ void receipt_dlg::show_found(const listed_receipts& found)
     for (const listed_receipt& each : found)
         filled.push_back({{ticked, each.pers_no, each.pers_name, each.day}});
     print_lst->fill(std::move(filled));
+    is_listed_ = true;
+    left_img->hide();
     show_count();
 }
 
@@ -100,6 +122,9 @@ void receipt_dlg::show_count()
 
 void receipt_dlg::print()
 {
+    if (!is_listed_)
+        return refuse({QStringLiteral("출력할 영수증이 목록에 없습니다. 먼저 검색하십시오."), {}, sign::exclamation},
+                      search_img);
     QStringList out;
     for (int at = 0; at < print_lst->filled_rows(); ++at)
         if (!print_lst->is_ticked(at))
