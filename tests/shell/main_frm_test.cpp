@@ -133,7 +133,7 @@ private Q_SLOTS:
     {
         const QString of_administration = " m_m_search m_mg_dues m_t_date m_r_etc m_other Toolbar1(1)";
         const QString of_education = " m_edu_pers m_Sup m_eduapp m_center m_etc m_lic_app";
-        const QString others = " m_unfinished m_edu_in m_lic m_SupCreate Toolbar1(3) Toolbar1(5)";
+        const QString others = " m_unfinished m_edu_in m_lic m_SupCreate m_codes Toolbar1(3) Toolbar1(5)";
         const struct {
             rights of;
             QString withheld;
