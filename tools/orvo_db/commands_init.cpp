@@ -1,6 +1,8 @@
 #include "orvo_db/command.h"
 #include "setup/missing_tables.h"
 
+#include <QFile>
+
 namespace orvo::tool {
 
 namespace {
@@ -55,7 +57,11 @@ void make_databases(const context& in)
 void run(const QCommandLineParser& line, const context& in)
 {
     expect_arguments(line, 0);
+    const QString configuration = in.folder.file(QStringLiteral("conf/connection.ini"));
+    const bool is_new = !QFile::exists(configuration);
     fill_from_templates(in.folder);
+    if (is_new && QFile::exists(configuration))
+        note("made the configuration " + configuration.toStdString());
     if (line.isSet(create_databases))
         make_databases(in);
     for (const database each : {database::server, database::mail, database::local})
