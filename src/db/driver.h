@@ -18,6 +18,10 @@ struct line_break : db_failure {
         : db_failure{failure_kind::line_lost, std::move(text), {}, std::move(code)}, may_have_run{was_sent}
     {
     }
+    explicit line_break(const db_failure& failure, bool was_sent = false)
+        : db_failure{failure}, may_have_run{was_sent}
+    {
+    }
     bool may_have_run;
 };
 

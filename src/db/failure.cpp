@@ -18,6 +18,13 @@ QString db_failure::details() const
     return lines.join(u'\n');
 }
 
+db_failure db_failure::at(QString place) const
+{
+    db_failure told{*this};
+    told.place_ = std::move(place);
+    return told;
+}
+
 db_failure db_failure::behind(QStringList stored, QString missing) const
 {
     db_failure told{*this};

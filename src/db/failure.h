@@ -49,6 +49,9 @@ public:
         if (statement_.isEmpty())
             statement_ = statement;
     }
+    /// The file or folder that failed; empty where it is none of this computer's.
+    const QString& place() const { return place_; }
+    db_failure at(QString place) const;
     db_failure behind(QStringList stored, QString missing) const;
     /// The same, of a write that may have been carried out all the same.
     db_failure in_doubt() const;
@@ -58,6 +61,7 @@ private:
     QString text_;
     QString statement_;
     QString code_;
+    QString place_;
     QStringList stored_;
     QString missing_;
     QByteArray bytes_;

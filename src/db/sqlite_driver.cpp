@@ -138,11 +138,15 @@ void sqlite_driver::fail()
 {
     const int code = base_ ? sqlite3_extended_errcode(base_) : SQLITE_CANTOPEN;
     const failure_kind kind = std::exchange(is_left_, false) ? failure_kind::cancelled : kind_of(code);
-    const QString text = QString::fromUtf8(base_ ? sqlite3_errmsg(base_) : "unable to open database file");
-    const QString told = QString::number(code);
+    const bool names_file = kind == failure_kind::line_lost || kind == failure_kind::disk_full;
+    QString text = QString::fromUtf8(base_ ? sqlite3_errmsg(base_) : "unable to open database file");
+    if (names_file)
+        text += QStringLiteral(": ") + path_;
+    const db_failure failure =
+        db_failure{kind, text, {}, QString::number(code)}.at(names_file ? path_ : QString{});
     if (kind == failure_kind::line_lost) // a statement that could not reach the file is undone by the journal
-        throw line_break{text, false, told};
-    throw db_failure{kind, text, {}, told};
+        throw line_break{failure};
+    throw failure;
 }
 
 int sqlite_driver::on_progress(void* self)

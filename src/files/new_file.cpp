@@ -31,10 +31,11 @@ bool is_open_elsewhere(const QFileInfo& target)
 
 } // namespace
 
-void throw_disk_full()
+void throw_disk_full(const QString& place)
 {
     throw db_failure{failure_kind::disk_full,
-                     QStringLiteral("디스크에 빈 자리가 없어 파일을 저장하지 못했습니다.")};
+                     QStringLiteral("디스크에 빈 자리가 없어 파일을 저장하지 못했습니다.\n") + place}
+        .at(place);
 }
 
 new_file::new_file(const QString& path) : file_{path}
@@ -52,7 +53,7 @@ new_file::new_file(const QString& path) : file_{path}
     errno = 0;
     if (!file_.open(QIODevice::WriteOnly)) {
         if (errno == ENOSPC || errno == EDQUOT)
-            throw_disk_full();
+            throw_disk_full(path);
         refuse(QStringLiteral("폴더에 쓸 수 없어 파일을 저장하지 못했습니다."), target.path());
     }
 }
@@ -80,7 +81,7 @@ void new_file::give_up()
 {
     // A file larger than the disk's system can hold is as little use to the operator as a full disk.
     if (file_.error() == QFileDevice::ResourceError || errno == ENOSPC || errno == EDQUOT || errno == EFBIG)
-        throw_disk_full();
+        throw_disk_full(file_.fileName());
     refuse(QStringLiteral("파일을 저장하지 못했습니다. (%1)").arg(file_.errorString()), file_.fileName());
 }
 

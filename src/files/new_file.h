@@ -22,6 +22,7 @@ private:
     [[noreturn]] void give_up();
 };
 
-[[noreturn]] void throw_disk_full();
+/// `place` is the file or folder that lies on the full disk.
+[[noreturn]] void throw_disk_full(const QString& place);
 
 } // namespace orvo

@@ -3,6 +3,7 @@
 #include "files/utf8.h"
 #include "files/write_list.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 
 #include <xlsxwriter.h>
@@ -46,7 +47,7 @@ public:
         sheet_ = book_ ? workbook_add_worksheet(book_, nullptr) : nullptr;
         if (!sheet_ || !sheet_->optimize_tmpfile) {
             drop();
-            throw_disk_full();
+            lack_room();
         }
         right_ = workbook_add_format(book_);
         format_set_align(right_, LXW_ALIGN_RIGHT);
@@ -70,7 +71,7 @@ public:
                                    in_utf8(cell), at < as.size() && as[at].is_number ? right_ : nullptr);
         }
         if (std::ferror(sheet_->optimize_tmpfile))
-            throw_disk_full();
+            lack_room();
     }
 
     /// Writes the workbook. The packing of a long list takes a second or more, in which the operator sees
@@ -85,7 +86,7 @@ public:
         const bool arrived = std::fflush(sheet_->optimize_tmpfile) == 0;
         rows_size_ = std::ftell(sheet_->optimize_tmpfile);
         if (!arrived)
-            throw_disk_full();
+            lack_room();
         std::future<lxw_error> closing = std::async(
             std::launch::async, [book = std::exchange(book_, nullptr)] { return workbook_close(book); });
         while (closing.wait_for(std::chrono::milliseconds{33}) != std::future_status::ready)
@@ -94,7 +95,7 @@ public:
         if (result == LXW_ERROR_MEMORY_MALLOC_FAILED || result == LXW_ERROR_ZIP_BAD_ZIP_FILE)
             refuse(QStringLiteral("엑셀 파일로 저장하기에는 내용이 너무 많습니다."));
         if (result != LXW_NO_ERROR)
-            throw_disk_full();
+            lack_room();
     }
 
     /// Whether the packed sheet has all that was written. `packed` is the finished workbook.
@@ -122,6 +123,8 @@ private:
     std::vector<int> widths_;
     std::vector<char> cell_;
     qint64 rows_size_ = 0;
+
+    [[noreturn]] void lack_room() const { throw_disk_full(QFile::decodeName(folder_)); }
 
     void drop()
     {
@@ -151,7 +154,7 @@ void write_workbook(const QString& path, const QStringList& header, const text_t
     new_file file{path}; // first, so that a name that cannot be written is told before the work
     QTemporaryDir folder;
     if (!folder.isValid())
-        throw_disk_full();
+        throw_disk_full(QDir::tempPath());
     QFile packed{folder.filePath(QStringLiteral("list.xlsx"))};
     sheet_writer sheet{QFile::encodeName(packed.fileName()), QFile::encodeName(folder.path())};
     sheet.put_row(0, header);
@@ -172,7 +175,7 @@ void write_workbook(const QString& path, const QStringList& header, const text_t
     if (packed.open(QIODevice::ReadOnly))
         bytes = reinterpret_cast<const char*>(packed.map(0, packed.size()));
     if (!bytes || !sheet.is_complete({bytes, packed.size()}))
-        throw_disk_full();
+        throw_disk_full(folder.path());
     file.write(bytes, packed.size());
     file.finish();
 }

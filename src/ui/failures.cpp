@@ -10,18 +10,21 @@ namespace orvo::failures {
 
 QString in_words(const db_failure& failure)
 {
+    const QString place = failure.place().isEmpty() ? QString{} : u'\n' + failure.place();
     switch (failure.kind()) {
     case failure_kind::outcome_unknown:
         return QStringLiteral(
             "저장하라는 요청을 보냈으나 서버의 응답을 받지 못했습니다. 저장되었을 수도 있으니 다시 "
             "저장하기 전에 내용을 조회하여 확인하십시오.");
     case failure_kind::disk_full:
-        return QStringLiteral("디스크에 빈 자리가 없어 저장하지 못했습니다.");
+        return QStringLiteral("디스크에 빈 자리가 없어 저장하지 못했습니다.") + place;
     case failure_kind::damaged:
         return QStringLiteral("데이터베이스 파일이 손상되었습니다. 관리자에게 문의하시기 바랍니다.");
     case failure_kind::timed_out:
         return QStringLiteral("정해진 시간 안에 작업이 끝나지 않았습니다. 잠시 후에 다시 시도하십시오.");
     case failure_kind::line_lost:
+        if (!place.isEmpty())
+            return QStringLiteral("데이터베이스 파일을 열 수 없습니다.") + place;
         return QStringLiteral("서버에 연결되지 않았습니다.");
     default:
         return failure.text();

@@ -165,11 +165,14 @@ private Q_SLOTS:
         } no;
         const QString place = home_.filePath("목록");
         const QString target = place + "/명단";
+        QString where; // the last failure was
         const auto fails = [&](bool as_csv, qint64 rows, const QString& to, progress* follow = nullptr) {
-            return failure_of([&] {
+            const db_failure failure = caught([&] {
                 as_csv ? void(write_csv(to, long_table(rows), follow))
                        : write_workbook(to, {}, long_table(rows), follow);
             });
+            where = failure.place();
+            return failure.kind();
         };
         write_workbook(path_, {}, long_table(50'000));
         const auto whole_sheet = static_cast<rlim_t>(sheet_of(path_).size());
@@ -181,6 +184,8 @@ private Q_SLOTS:
                 const failure_kind how = fails(as_csv, 50'000, target);
                 limit_files(RLIM_INFINITY);
                 QCOMPARE(how, failure_kind::disk_full);
+                QCOMPARE(where == target, as_csv); // a workbook is made in the folder for temporary files
+                QVERIFY(where.startsWith(as_csv ? target : QDir::tempPath()));
             }
             QCOMPARE(fails(as_csv, 1'000'000, target, &no), failure_kind::cancelled);
             QCOMPARE(fails(as_csv, 1, place), failure_kind::other); // a folder's name

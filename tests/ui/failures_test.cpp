@@ -58,6 +58,11 @@ private Q_SLOTS:
         };
         for (const auto& each : cases)
             check(each.what, each.how, each.asked, each.told, each.noted);
+        for (const auto& [what, words] :
+             {std::pair{kind::disk_full, "디스크에 빈 자리가 없어 저장하지 못했습니다."},
+              {kind::line_lost, "데이터베이스 파일을 열 수 없습니다."}})
+            QCOMPARE(failures::in_words(db_failure{what, "words"}.at("/d/orvo.mdb")),
+                     QString{words} + "\n/d/orvo.mdb");
         for (const policy how : {policy::report, policy::show_error, policy::plain_box, policy::silent}) {
             check(kind::cancelled, how, none, none, "취소했습니다.");
             check(kind::outcome_unknown, how, reported + unknown_outcome, none, none);
