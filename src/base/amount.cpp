@@ -1,5 +1,7 @@
 #include "base/amount.h"
 
+#include "base/decimal.h"
+
 #include <QLocale>
 
 namespace orvo {
@@ -11,8 +13,12 @@ QString with_separators(qint64 amount)
 
 qint64 whole_part(QStringView text)
 {
-    const qsizetype point = text.indexOf(u'.');
-    return text.left(point < 0 ? text.size() : point).trimmed().toLongLong();
+    bool is_whole = false;
+    const qint64 number = text.toLongLong(&is_whole);
+    if (is_whole)
+        return number;
+    const auto read = read_decimal(text.trimmed().toLatin1().toStdString());
+    return read ? read->whole : 0;
 }
 
 } // namespace orvo

@@ -1,36 +1,58 @@
 #include "client/code_mirror.h"
 
+#include "base/amount.h"
 #include "db/connection.h"
-#include "db/schema/schema.h"
+#include "db/row_key.h"
 #include "db/wide_statement.h"
 
 #include <algorithm>
 #include <optional>
+#include <set>
 
 namespace orvo {
 
 namespace {
 
-std::string select_text(const table& mirrored)
-{
-    std::string names;
-    for (const column& each : mirrored.columns)
-        names.append(names.empty() ? "" : ",").append(each.name);
-    return "select " + names + " from " + std::string{mirrored.name};
-}
-
 using code_row = std::vector<QString>;
+
+/// The rows of a code table: of a code that stands there twice the first one, and none that has no code.
+class code_rows : public row_sink {
+public:
+    explicit code_rows(const table& of) : of_{of} {}
+
+    void begin(const column_names&) override
+    {
+        found.clear();
+        seen_.clear();
+    }
+    bool take(std::span<const cell> row) override
+    {
+        const auto code = code_of(of_, row);
+        if (!code || !seen_.insert(*code).second)
+            return true;
+        code_row& fields = found.emplace_back();
+        for (const cell& each : row)
+            fields.push_back(each.is == cell::kind::number
+                                 ? QString::number(each.number)
+                                 : QString::fromStdString(std::string{each.unpadded().text}));
+        for (std::size_t at = 0; at < row.size(); ++at)
+            if (of_.columns[at].type != column_type::text)
+                fields[at] = QString::number(whole_part(fields[at]));
+        return true;
+    }
+
+    std::vector<code_row> found;
+
+private:
+    const table& of_;
+    std::set<std::vector<std::string>> seen_;
+};
 
 std::vector<code_row> rows_of(connection& side, const table& mirrored)
 {
-    std::vector<code_row> all;
-    for (const auto found : side.read(select_text(mirrored))) {
-        code_row& fields = all.emplace_back();
-        for (const column& each : mirrored.columns)
-            fields.push_back(each.type == column_type::text ? found.text(each.name)
-                                                            : QString::number(found.number(each.name)));
-    }
-    return all;
+    code_rows all{mirrored};
+    side.read_each(codes_text(mirrored), {}, all);
+    return std::move(all.found);
 }
 
 /// A server need not give its rows in an order.

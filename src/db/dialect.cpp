@@ -1,5 +1,6 @@
 #include "db/dialect.h"
 
+#include "base/decimal.h"
 #include "db/schema/schema.h"
 
 #include <algorithm>
@@ -103,7 +104,7 @@ private:
     {
         return at_ >= 2 && statement_.what() != verb::insert && tokens_[at_ - 1].is == token::kind::sign &&
                std::string_view{"=<><=>="}.find(tokens_[at_ - 1].text) != std::string_view::npos &&
-               tokens_[at_ - 2].is == token::kind::word && is_text(tokens_[at_ - 2].text);
+               statement_.column_at(at_ - 2) == value_kind::text;
     }
 
     parameter::kind slot_kind() const
@@ -113,31 +114,44 @@ private:
 
     void write_literal(const token& t)
     {
-        const bool number = statement_.meets_number(at_);
+        const value_kind met = statement_.met_at(at_);
         const bool has_slot =
             std::any_of(t.pieces.begin(), t.pieces.end(), [](const literal_piece& p) { return p.is_slot; });
-        if (has_slot)
-            put_parameter(number ? parameter::kind::number : parameter::kind::text, t.pieces);
+        if (!has_slot)
+            put_constant(t.pieces.empty() ? std::string{} : t.pieces.front().text, met);
+        else if (met == value_kind::fraction)
+            put_fraction(t.pieces);
         else
-            put_constant(t.pieces.empty() ? std::string{} : t.pieces.front().text, number);
+            put_parameter(met == value_kind::whole ? parameter::kind::number : parameter::kind::text,
+                          t.pieces);
         if (at_ > 0 && tokens_[at_ - 1].is_word("like") && to_postgresql())
             put("escape ''"); // a backslash is a letter like any other
     }
 
-    void put_constant(const std::string& text, bool number)
+    /// A text on its way, so that no digit is lost.
+    void put_fraction(const std::vector<literal_piece>& pieces)
     {
-        std::int64_t value = 0;
+        put("cast(");
+        put_parameter(parameter::kind::fraction, pieces);
+        put(to_postgresql() ? "as double precision)" : "as real)");
+    }
+
+    void put_constant(const std::string& text, value_kind met)
+    {
         const std::string_view digits = without_blanks(text);
-        if (number && (digits.empty() || parse_whole(digits, value)))
-            put(std::to_string(value));
-        else
+        const auto number = read_decimal(digits);
+        if (met == value_kind::text || (!digits.empty() && !number))
             put(quoted(text));
+        else if (met == value_kind::fraction)
+            put(digits.empty() ? "0" : digits);
+        else
+            put(number && !number->is_whole ? quoted(text) : std::to_string(number ? number->whole : 0));
     }
 
     void write_word(const token& t)
     {
         if (t.is_word("like") && to_postgresql()) {
-            if (statement_.operand_is_number(at_ - 1))
+            if (statement_.operand_at(at_ - 1) != value_kind::text)
                 put("::text");
             return put(letters_ ? "ilike" : "like");
         }
@@ -160,7 +174,7 @@ private:
         while (opening > 0 && tokens_[opening].is == token::kind::word)
             opening -= tokens_[opening - 1].is_sign(".") ? 2 : 1;
         return opening > 0 && tokens_[opening].is_sign("(") && tokens_[opening - 1].is_word("cast") &&
-               !statement_.operand_is_number(at_ - 1);
+               statement_.operand_at(at_ - 1) == value_kind::text;
     }
 
     bool ends_condition(std::size_t at) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "db/cell.h"
 #include "db/engine.h"
 #include "db/statement_text.h"
 #include "db/values.h"
@@ -15,7 +16,8 @@ namespace orvo {
 struct parameter {
     enum class kind {
         text,
-        number,       ///< a quoted value that meets a number column: an empty text is 0
+        number,       ///< a quoted value that meets whole numbers: an empty text is 0
+        fraction,     ///< a quoted value that meets numbers with decimals: an empty text is 0
         plain_number, ///< a slot outside quotes: nothing but a whole number
         digits        ///< a slot outside quotes that meets a text column
     };
@@ -40,11 +42,17 @@ struct ready_statement {
 
     /// The parameters' values in their order. Throws db_failure (conversion) where a number is none.
     std::vector<bound_value> bind(const values& given) const;
-    /// The number that a value is for one of the parameters, read and refused as bind does.
-    std::int64_t number_of(const parameter& of, std::string_view value) const;
+    /// The number that a field of another statement's row is for one of the parameters: read and refused as
+    /// bind does, but for decimals, which are left out.
+    std::int64_t number_of(const parameter& of, std::string_view field) const;
     /// The literal text, from the stretches: the quotes of values doubled, negative numbers outside quotes in
     /// parentheses (`mem_dues--5` would make a comment of all that follows).
     std::string filled(const std::vector<bound_value>& bound) const;
+
+private:
+    enum class decimals { refused, left_out };
+    std::int64_t read(const parameter& as, std::string_view value, decimals how) const;
+    [[noreturn]] void refuse(std::string_view value) const;
 };
 
 /// A template in the engine's dialect; for SQL Server, whose texts they are, as it stands. Where `letters` is
@@ -61,9 +69,5 @@ bool has_cased_letter(std::string_view utf8);
 
 /// Appends a text as it stands between quotes: its own quotes doubled.
 void append_doubled(std::string& to, std::string_view text);
-
-/// How a value in quotes is read where it meets a number.
-std::string_view without_blanks(std::string_view text);
-bool parse_whole(std::string_view text, std::int64_t& number);
 
 } // namespace orvo

@@ -1,5 +1,7 @@
 #include "db/odbc_result.h"
 
+#include "base/decimal.h"
+
 #include <array>
 
 namespace orvo {
@@ -13,6 +15,11 @@ bool is_whole_number(SQLSMALLINT type)
 {
     return type == SQL_INTEGER || type == SQL_SMALLINT || type == SQL_TINYINT || type == SQL_BIGINT ||
            type == SQL_BIT;
+}
+
+bool is_floating(SQLSMALLINT type)
+{
+    return type == SQL_FLOAT || type == SQL_DOUBLE || type == SQL_REAL;
 }
 
 void append_utf8(std::string& to, std::u16string_view letters)
@@ -90,7 +97,9 @@ void odbc_result::describe(odbc_handles& on, SQLSMALLINT count)
                                  static_cast<SQLSMALLINT>(letters.size()), nullptr, &type, nullptr, nullptr,
                                  nullptr));
         names_.push_back(QString::fromUtf16(reinterpret_cast<const char16_t*>(letters.data())).toStdString());
-        is_number_.push_back(is_whole_number(type));
+        reads_.push_back(is_whole_number(type) ? &odbc_result::read_number
+                         : is_floating(type)   ? &odbc_result::read_floating
+                                               : &odbc_result::read_text);
     }
     piece_.resize(piece_letters);
 }
@@ -108,7 +117,7 @@ void odbc_result::read_rows(odbc_handles& on)
         on.check(result);
         for (std::size_t i = 0; i < names_.size(); ++i) {
             const auto column = static_cast<SQLUSMALLINT>(i + 1);
-            fields_.push_back(is_number_[i] ? read_number(on, column) : read_text(on, column));
+            fields_.push_back((this->*reads_[i])(on, column));
         }
     }
 }
@@ -119,6 +128,18 @@ odbc_result::field odbc_result::read_number(odbc_handles& on, SQLUSMALLINT colum
     SQLLEN size = 0;
     on.check(SQLGetData(on.statement, column, SQL_C_SBIGINT, &number, sizeof number, &size));
     return {size == SQL_NULL_DATA ? cell::kind::null : cell::kind::number, number, 0};
+}
+
+odbc_result::field odbc_result::read_floating(odbc_handles& on, SQLUSMALLINT column)
+{
+    double number = 0;
+    SQLLEN size = 0;
+    on.check(SQLGetData(on.statement, column, SQL_C_DOUBLE, &number, sizeof number, &size));
+    if (size == SQL_NULL_DATA)
+        return {cell::kind::null, 0, 0};
+    const std::size_t begin = bytes_.size();
+    bytes_ += plain_text(number);
+    return {cell::kind::text, static_cast<std::int64_t>(begin), bytes_.size() - begin};
 }
 
 /// In pieces of UTF-16, put together before they are read, as a letter's halves can lie in two of them. Read

@@ -31,7 +31,7 @@ private:
     };
 
     std::vector<std::string> names_;
-    std::vector<bool> is_number_;
+    std::vector<field (odbc_result::*)(odbc_handles& on, SQLUSMALLINT column)> reads_; ///< by column
     std::vector<field> fields_;
     std::string bytes_;
     std::u16string wide_;
@@ -45,6 +45,7 @@ private:
     void describe(odbc_handles& on, SQLSMALLINT count);
     void read_rows(odbc_handles& on);
     field read_number(odbc_handles& on, SQLUSMALLINT column);
+    field read_floating(odbc_handles& on, SQLUSMALLINT column);
     field read_text(odbc_handles& on, SQLUSMALLINT column);
 };
 

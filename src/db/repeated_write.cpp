@@ -5,7 +5,8 @@ namespace orvo {
 
 void repeated_write::operator()(std::span<const cell> fields)
 {
-    // An empty text or a null that meets a number column is 0 there, as in any statement.
+    // An empty text or a null that meets a number column is 0 there, as in any statement. Decimals
+    // of another register's amounts are left out.
     fields_.assign(fields.begin(), fields.end());
     for (std::size_t i = 0; i < fields_.size(); ++i) {
         cell& field = fields_[i];

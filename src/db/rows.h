@@ -12,6 +12,8 @@ namespace orvo {
 
 /// The rows of a statement, read to their end. Columns are found by name, without case; of several columns of
 /// one name the first. A name that the statement does not bring is the caller's mistake (std::logic_error).
+/// Registers that exist pad their texts and keep amounts as 50000.00: of a server's columns blanks at the end
+/// are cut, and of whole numbers what stands behind a point.
 class rows : public row_sink {
 public:
     class row {
@@ -57,9 +59,14 @@ public:
     bool take(std::span<const cell> fields) override;
 
 private:
+    enum class reading { as_it_is, without_padding, whole_number };
+
     std::size_t index_of(std::string_view column) const;
+    static reading reading_of(std::string_view column);
+    static std::string read(std::string_view text, reading how);
 
     std::vector<std::string> names_;
+    std::vector<reading> readings_;
     std::vector<std::vector<std::optional<std::string>>> fields_;
 };
 

@@ -1,5 +1,7 @@
 #include "db/sqlite_driver.h"
 
+#include "base/decimal.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QUrl>
@@ -251,6 +253,7 @@ void sqlite_driver::hand_on(sqlite3_stmt* statement, row_sink& sink)
         names.emplace_back(sqlite3_column_name(statement, i));
     sink.begin(names);
     std::vector<cell> row(static_cast<std::size_t>(count));
+    std::vector<std::string> decimals(row.size());
     int since_tick = 0;
     int result = sqlite3_step(statement);
     for (; result == SQLITE_ROW; result = sqlite3_step(statement)) {
@@ -261,6 +264,10 @@ void sqlite_driver::hand_on(sqlite3_stmt* statement, row_sink& sink)
                 field = {};
             } else if (type == SQLITE_INTEGER) {
                 field = cell::of(std::int64_t{sqlite3_column_int64(statement, i)});
+            } else if (type == SQLITE_FLOAT) {
+                std::string& text = decimals[static_cast<std::size_t>(i)];
+                text = plain_text(sqlite3_column_double(statement, i));
+                field = cell::of(std::string_view{text});
             } else {
                 const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, i));
                 field = cell::of(

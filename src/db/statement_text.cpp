@@ -1,7 +1,5 @@
 #include "db/statement_text.h"
 
-#include "db/schema/schema.h"
-
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -129,9 +127,14 @@ bool is_arithmetic(const token& t)
     return t.is == token::kind::sign && (t.text == "+" || t.text == "-" || t.text == "*" || t.text == "/");
 }
 
-bool is_number_column(const token& t)
+bool is_one_of(const token& t, std::initializer_list<std::string_view> words)
 {
-    return t.is == token::kind::word && is_number(t.text);
+    return std::ranges::any_of(words, [&t](std::string_view word) { return t.is_word(word); });
+}
+
+bool ends_tables(const token& t)
+{
+    return is_one_of(t, {"where", "order", "group", "having", "set", "values", "on"});
 }
 
 } // namespace
@@ -154,8 +157,8 @@ statement_text::statement_text(std::string_view text) : tokens_{lexer{text}.toke
         what_ = verb::update;
     else if (word_at(0, "delete"))
         what_ = verb::erase;
-    find_first_table();
-    number_at_.resize(tokens_.size());
+    find_tables();
+    inserted_.resize(tokens_.size(), value_kind::text);
     if (what_ == verb::insert)
         type_inserted_values();
 }
@@ -187,82 +190,129 @@ std::size_t statement_text::opening_of(std::size_t closing) const
     return 0;
 }
 
-void statement_text::find_first_table()
+void statement_text::find_tables()
 {
-    std::size_t at = 1;
-    if (what_ == verb::select)
-        at = find_word("from") + 1;
-    else if (what_ == verb::insert || (what_ == verb::erase && word_at(1, "from")))
-        at = 2;
-    if (at >= tokens_.size() || tokens_[at].is != token::kind::word)
-        return;
-    first_table_ = lower(tokens_[at].text);
-    first_alias_ = first_table_;
-    static constexpr std::array<std::string_view, 8> not_an_alias{"where", "inner",  "order", "group",
-                                                                  "set",   "values", "left",  "on"};
-    if (++at < tokens_.size() && tokens_[at].is == token::kind::word &&
-        std::none_of(not_an_alias.begin(), not_an_alias.end(),
-                     [&](std::string_view word) { return tokens_[at].is_word(word); }))
-        first_alias_ = lower(tokens_[at].text);
+    bool is_table_next = false;
+    bool is_list = false; // in which a comma brings the next table
+    int depth = 0;
+    for (std::size_t i = 0; i < tokens_.size(); ++i) {
+        const token& t = tokens_[i];
+        depth += t.is_sign("(") - t.is_sign(")");
+        const bool names_target =
+            i == 0 && (t.is_word("update") || (t.is_word("delete") && !word_at(1, "from")));
+        if (names_target || is_one_of(t, {"from", "join", "into"})) {
+            is_table_next = true;
+            is_list = t.is_word("from");
+        } else if (is_list && t.is_sign(",")) {
+            is_table_next = true;
+        } else if (is_table_next && t.is == token::kind::word) {
+            is_table_next = false;
+            named_table found{lower(t.text), lower(t.text), find_table(t.text)};
+            if (i + 1 < tokens_.size() && tokens_[i + 1].is == token::kind::word &&
+                !ends_tables(tokens_[i + 1]) && !is_one_of(tokens_[i + 1], {"inner", "left", "join"}))
+                found.alias = lower(tokens_[i + 1].text);
+            if (first_table_.empty() && depth == 0) {
+                first_table_ = found.name;
+                first_alias_ = found.alias;
+            }
+            tables_.push_back(std::move(found));
+        } else if (ends_tables(t) || t.is_sign(")")) {
+            is_list = false;
+        }
+    }
+}
+
+std::optional<value_kind> statement_text::column_at(std::size_t at) const
+{
+    const token& t = tokens_[at];
+    if (t.is != token::kind::word)
+        return {};
+    const bool is_qualified = at >= 2 && tokens_[at - 1].is_sign(".");
+    const std::string of = is_qualified ? lower(tokens_[at - 2].text) : std::string{};
+    for (const named_table& each : tables_)
+        if (each.known && (!is_qualified || each.alias == of || each.name == of))
+            if (const column* found = each.known->find(t.text))
+                return kind_of(found->type);
+    const column_use* use = use_of(t.text);
+    return use && use->common ? std::optional{kind_of(use->common->type)} : std::nullopt;
+}
+
+/// What is calculated from the columns in a stretch of the text.
+value_kind statement_text::any_number(std::size_t from, std::size_t to) const
+{
+    value_kind result = value_kind::text;
+    for (std::size_t i = from; i < to; ++i) {
+        const auto kind = column_at(i);
+        if (kind == value_kind::fraction)
+            return *kind;
+        if (kind == value_kind::whole)
+            result = *kind;
+    }
+    return result;
 }
 
 void statement_text::type_inserted_values()
 {
-    std::vector<bool> columns;
+    std::vector<value_kind> columns;
     std::size_t at = 0;
     while (at < tokens_.size() && !tokens_[at].is_sign("("))
         ++at;
     for (++at; at < tokens_.size() && !tokens_[at].is_sign(")"); ++at)
         if (tokens_[at].is == token::kind::word)
-            columns.push_back(is_number_column(tokens_[at]));
+            columns.push_back(column_at(at).value_or(value_kind::text));
     for (std::size_t position = 0; ++at < tokens_.size();)
         if (tokens_[at].is_value() && position < columns.size())
-            number_at_[at] = columns[position++];
+            inserted_[at] = columns[position++];
 }
 
-bool statement_text::operand_is_number(std::size_t at) const
+value_kind statement_text::operand_at(std::size_t at) const
 {
+    using enum value_kind;
     const token& last = tokens_[at];
-    if (last.is == token::kind::word)
-        return is_number_column(last) || (at > 0 && is_arithmetic(tokens_[at - 1]));
+    if (last.is == token::kind::word) {
+        const value_kind kind = column_at(at).value_or(text);
+        return kind == text && at > 0 && is_arithmetic(tokens_[at - 1]) ? whole : kind;
+    }
     if (!last.is_sign(")"))
-        return last.is == token::kind::number || last.is == token::kind::slot;
+        return last.is == token::kind::number || last.is == token::kind::slot ? whole : text;
     const std::size_t opening = opening_of(at);
-    if (opening > 0 && (word_at(opening - 1, "count") || word_at(opening - 1, "sum")))
-        return true;
+    const value_kind inside = any_number(opening, at);
+    if (opening > 0 && word_at(opening - 1, "count"))
+        return whole;
+    if (opening > 0 && word_at(opening - 1, "sum"))
+        return inside == text ? whole : inside;
     if (opening > 0 && word_at(opening - 1, "cast"))
-        return word_at(at - 1, "int") || word_at(at - 1, "bigint");
-    return std::any_of(tokens_.begin() + static_cast<std::ptrdiff_t>(opening),
-                       tokens_.begin() + static_cast<std::ptrdiff_t>(at), is_number_column);
+        return word_at(at - 1, "int") || word_at(at - 1, "bigint") ? whole : text;
+    return inside;
 }
 
-bool statement_text::meets_number(std::size_t at) const
+value_kind statement_text::met_at(std::size_t at) const
 {
     if (what_ == verb::insert)
-        return number_at_[at];
+        return inserted_[at];
     if (at < 2)
-        return false;
+        return value_kind::text;
     const token& before = tokens_[at - 1];
     if (is_comparison(before) || before.is_word("between"))
-        return operand_is_number(at - 2);
+        return operand_at(at - 2);
     if (before.is_word("and") && at >= 4 && tokens_[at - 3].is_word("between"))
-        return operand_is_number(at - 4);
+        return operand_at(at - 4);
     if (before.is_sign("(") || before.is_sign(",")) {
         std::size_t opening = at - 1;
         while (opening > 1 && !tokens_[opening].is_sign("("))
             --opening;
-        return opening > 1 && tokens_[opening - 1].is_word("in") && operand_is_number(opening - 2);
+        return opening > 1 && tokens_[opening - 1].is_word("in") ? operand_at(opening - 2) : value_kind::text;
     }
     if (is_arithmetic(before))
-        return true;
+        return value_kind::whole;
     // The value stands in front: '1'=code_bran.
     if (at + 2 < tokens_.size() && is_comparison(tokens_[at + 1])) {
         std::size_t operand = at + 2;
         while (operand + 2 < tokens_.size() && tokens_[operand + 1].is_sign("."))
             operand += 2;
-        return operand_is_number(operand);
+        return operand_at(operand);
     }
-    return false;
+    return value_kind::text;
 }
 
 bool statement_text::can_be_repeated() const

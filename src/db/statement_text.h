@@ -1,5 +1,8 @@
 #pragma once
 
+#include "db/schema/schema.h"
+
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,7 +38,7 @@ struct token {
 enum class verb { select, insert, update, erase, other };
 
 /// A statement text, cut into tokens. What a value is compared with, or stored into, follows from the
-/// schema's column types by name.
+/// schema's column types: from the tables that the statement names, else from the column's name alone.
 class statement_text {
 public:
     /// Throws std::logic_error on a text that ends inside a literal or a slot.
@@ -48,10 +51,12 @@ public:
     /// The name by which the statement calls that table in its column names: the alias, or the table's own.
     const std::string& first_alias() const { return first_alias_; }
 
-    /// Whether the value at `at` is a number by the column it meets.
-    bool meets_number(std::size_t at) const;
-    /// Whether the operand that ends at `at` (before a comparison) is a number.
-    bool operand_is_number(std::size_t at) const;
+    /// What the value at `at` is by the column it meets.
+    value_kind met_at(std::size_t at) const;
+    /// What the operand is that ends at `at`, before a comparison.
+    value_kind operand_at(std::size_t at) const;
+    /// What the column is whose name stands at `at`; nothing where no table has it.
+    std::optional<value_kind> column_at(std::size_t at) const;
     /// Whether sending the statement twice does what sending it once does: a read, a delete, an assignment of
     /// values.
     bool can_be_repeated() const;
@@ -63,14 +68,23 @@ public:
     bool selects_all_of_first() const;
 
 private:
+    /// A table as the statement names it, in lower case.
+    struct named_table {
+        std::string name;
+        std::string alias;
+        const table* known; ///< null where it is none of the schema
+    };
+
     std::vector<token> tokens_;
-    std::vector<bool> number_at_; // by token, for the values of an insert
+    std::vector<value_kind> inserted_; // by token, for the values of an insert
+    std::vector<named_table> tables_;
     verb what_ = verb::other;
     std::string first_table_;
     std::string first_alias_;
 
-    void find_first_table();
+    void find_tables();
     void type_inserted_values();
+    value_kind any_number(std::size_t from, std::size_t to) const;
     std::size_t find_word(std::string_view lower) const; // outside parentheses; tokens().size() where missing
     std::size_t opening_of(std::size_t closing) const;
     bool word_at(std::size_t at, std::string_view lower) const;

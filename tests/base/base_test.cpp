@@ -1,5 +1,6 @@
 #include "base/amount.h"
 #include "base/dates.h"
+#include "base/decimal.h"
 #include "base/ini.h"
 #include "base/phone.h"
 #include "base/resident_number.h"
@@ -23,6 +24,38 @@ private Q_SLOTS:
         QCOMPARE(whole_part(QStringLiteral("1200.00")), 1200); // of a money column
         QCOMPARE(whole_part(QStringLiteral("-7.9")), -7);
         QCOMPARE(whole_part(QStringLiteral(" 9876543210 ")), 9876543210);
+    }
+
+    void numbers_are_read_as_engines_print_them()
+    {
+        const std::tuple<const char*, std::int64_t, bool> cases[] = {
+            {"50000", 50000, true},
+            {"50000.00", 50000, true},
+            {"-50000.75", -50000, false},
+            {".50", 0, false},
+            {"-0.50", 0, false},
+            {"5e4", 50000, true},
+            {"5.0E+4", 50000, true},
+            {"1.25e+1", 12, false},
+            {"75e-1", 7, false},
+            {"1e-300", 0, false},
+            {"0e300", 0, true},
+            {"9223372036854775807.9", INT64_MAX, false},
+            {"-9223372036854775808", INT64_MIN, true},
+        };
+        for (const auto& [text, whole, is_whole] : cases) {
+            const auto read = read_decimal(text);
+            QVERIFY2(read && read->whole == whole && read->is_whole == is_whole, text);
+        }
+        for (const char* text : {"", "-", ".", "12x", "1,000", "1.2.3", "e4", "1e", "1e+-4", "1e99999",
+                                 "0x10", " 1", "+1", "--1", "9223372036854775808", "1e19", "nan", "$5"})
+            QVERIFY2(!read_decimal(text), text);
+        for (const auto& [number, text] : {std::pair{87.5, "87.5"},
+                                           {85.0, "85"},
+                                           {1e15, "1000000000000000"},
+                                           {-0.05, "-0.05"},
+                                           {0.0, "0"}})
+            QCOMPARE(plain_text(number), std::string{text});
     }
 
     void dates()

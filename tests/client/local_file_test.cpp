@@ -8,6 +8,7 @@
 #include "support/failure_of.h"
 #include "support/files.h"
 #include "support/ordinary_user.h"
+#include "support/other_types.h"
 #include "support/test_register.h"
 
 #include <QTest>
@@ -27,7 +28,10 @@ private Q_SLOTS:
         server.folder = folder.path();
         for (const database each : {database::server, database::mail, database::local}) {
             connection missing = make_connection(server, each);
-            QCOMPARE(failure_of([&] { missing.open(); }), failure_kind::line_lost);
+            const db_failure why = caught([&] { missing.open(); });
+            QCOMPARE(why.kind(), failure_kind::line_lost);
+            QCOMPARE(why.place(), file_of(server, each));
+            QVERIFY(why.text().endsWith(": " + file_of(server, each)));
             // An empty one in its place would look like a register.
             QVERIFY(!QFile::exists(file_of(server, each)));
             QVERIFY(!is_local_file_sound(missing));
@@ -278,6 +282,32 @@ private Q_SLOTS:
         c.db_conn.direct("drop table money_member"); // the last that is read
         QVERIFY_EXCEPTION_THROWN(sync_codes(c.db_conn, c.local_conn), db_failure);
         QCOMPARE(c.local_conn.write("delete from branch_code"), 1);
+    }
+
+    void codes_that_stand_twice_keep_nobody_out_data() { engines_under_test(); }
+    void codes_that_stand_twice_keep_nobody_out()
+    {
+        FETCH_ENGINE(kind);
+        running_client running{kind};
+        client& c = running.c;
+        a_row{"branch_code"}.with("code_bran", 10).with("branch_name", "서울").store_in(c.db_conn);
+        give_other_types(running.its_register, "branch_code");
+        connection db = beneath(running.its_register);
+        for (const char* row : {"10,'부산'", "20,'경기'", "null,'없음'", "null,'없음'", "10,'부산'"})
+            db.direct("insert into branch_code(code_bran,branch_name) values (" + std::string{row} + ")");
+        const auto mirror = [&] {
+            sync_codes(c.db_conn, c.local_conn);
+            QStringList names;
+            for (const auto each : c.local_conn.read("select * from branch_code"))
+                names.append(each.text("code_bran") + each.text("branch_name"));
+            return names.join(u' ');
+        };
+        QCOMPARE(mirror(), "10서울 20경기");
+        c.local_conn.direct("drop table branch_code"); // as earlier clients made it
+        c.local_conn.direct(
+            "create table branch_code(code_bran integer not null default 0,branch_name text not null "
+            "default '',primary key(code_bran)) strict, without rowid");
+        QCOMPARE(mirror(), "10서울 20경기");
     }
 };
 

@@ -1,3 +1,4 @@
+#include "db/hindrance.h"
 #include "support/builders.h"
 #include "support/failure_of.h"
 #include "support/tds_server.h"
@@ -72,7 +73,11 @@ private Q_SLOTS:
                                                       {9002, disk_full}, {229, other},      {208, other}};
         for (const auto& [number, kind] : cases) {
             at.server.answer_with({number, QStringLiteral("거절 'x'")});
-            QCOMPARE(failure_of([&] { at.db.read(branches); }), kind);
+            const db_failure why = caught([&] { at.db.read(branches); });
+            QCOMPARE(why.kind(), kind);
+            QCOMPARE(hindrance_of(engine::sqlserver, why), number == 208   ? hindrance::no_table
+                                                           : number == 229 ? hindrance::no_right
+                                                                           : hindrance::other);
             QVERIFY(at.db.read(branches).empty()); // the line is as good as before
             at.server.refuse_logins({number, QStringLiteral("거절 'x'")});
             try {

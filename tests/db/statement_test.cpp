@@ -55,6 +55,18 @@ const std::vector<question> questions{
     {"select * from person_m_tbl where code_bran='{v}'", " 010 ", "pers_no", one_member},
     {"select * from person_m_tbl where code_bran<>'11' and code_bran={v}", "10", "pers_no", one_member},
     {"select * from have_lic_tbl where iss_no like '%{v}%'", "23", "iss_no", "1234"},
+    {"select * from have_lic_tbl where iss_no='01234' and iss_no='{v}'", " 1234", "iss_no", "1234"},
+    // what a name is goes by its table, under whatever name the statement knows that
+    {"select * from std_h_tbl where iss_no='{v}'", "제01호", "iss_no", "제01호"},
+    {"select a.iss_no as iss_no from STD_H_TBL a,person_m_tbl b where a.pers_no=b.pers_no and A.iss_no<>''",
+     {},
+     "iss_no",
+     "제01호"},
+    {"select test_avg from education_tbl where test_avg='{v}'", "060", "test_avg", "060"},
+    {"select * from std_b_tbl where test_avg>'{v}' and test_avg<'88'", "9.5", "test_avg", "87.5"},
+    {"select b.test_avg as test_avg from std_b_tbl b where b.test_avg in ('{v}','')", "87.50", "test_avg",
+     "0 87.5"},
+    {"select sum(test_avg) as score from std_b_tbl", {}, "score", "87.5"},
     // what an operator looks for
     {"select * from branch_code where branch_name like '%{v}%'", "kbs", "code_bran", "1 2"},
     {"select * from branch_code where branch_name like '%{v}%'", "KBS", "code_bran", "1 2"},
@@ -89,7 +101,9 @@ void fill(connection& db)
     for (const char* end : {"", "20261121", "20271231"})
         a_row{"std_h_tbl"}.with("e_date", end).store_in(db);
     db.write("insert into std_b_tbl(pers_no,std_id,code_private) values ('1','{v}','')", {{"v", ""}});
-    a_row{"std_b_tbl"}.with("pers_no", "2").with("std_id", 7).store_in(db);
+    a_row{"std_b_tbl"}.with("pers_no", "2").with("std_id", 7).with("test_avg", "87.5").store_in(db);
+    a_row{"education_tbl"}.with("test_avg", "060").store_in(db);
+    a_row{"std_h_tbl"}.with("pers_no", one_member).with("iss_no", "제01호").store_in(db);
     a_row{"have_lic_tbl"}.with("iss_no", 1234).store_in(db);
 }
 
@@ -143,12 +157,15 @@ private Q_SLOTS:
     {
         const char* bare = "update dues_h_tbl set yet_money=mem_dues-{v}";
         const char* quoted = "delete std_b_tbl where app_id='{v}'";
+        const char* score = "update std_b_tbl set test_avg='{v}'";
         const std::pair<const char*, const char*> cases[] = {
             {bare, ""},       {bare, "mem_dues"},
             {bare, "5--"},    {bare, "1.5"},
             {bare, "1,000"},  {bare, "9223372036854775808"},
             {bare, "1 or 1"}, {"delete id_tbl where id={v}", "abc"},
             {quoted, "abc"},  {quoted, "1' or '1'='1"},
+            {quoted, "1.5"},  {quoted, "12x"},
+            {score, "87,5"},  {score, "8 7"},
         };
         for (const engine kind : {engine::embedded, engine::postgresql})
             for (const auto& [text, value] : cases)
@@ -158,12 +175,16 @@ private Q_SLOTS:
                          failure_kind::conversion);
         // SQL Server itself refuses what stands in quotes, and the quotes hold.
         for (const auto& [text, value] : cases)
-            if (text != quoted)
+            if (text == bare)
                 QCOMPARE(failure_of([&] {
                              made(text, engine::sqlserver).bind({{"v", value}});
                          }),
                          failure_kind::conversion);
         QVERIFY_EXCEPTION_THROWN(made(quoted, engine::embedded).bind({{"w", "x"}}), std::logic_error);
+        // A code out of a column of another type is the same code.
+        for (const char* text : {bare, quoted})
+            QVERIFY(made(text, engine::postgresql).bind({{"v", "10.00"}}).front() ==
+                    bound_value{std::int64_t{10}});
     }
 
     void sql_server_gets_the_text_as_it_stands()

@@ -2,6 +2,7 @@
 #include "dues/rules/yearly_dues.h"
 #include "support/builders.h"
 #include "support/engines.h"
+#include "support/other_types.h"
 #include "support/test_register.h"
 using namespace orvo;
 
@@ -53,10 +54,16 @@ private Q_SLOTS:
               "dues 30000|other 30000|pay 1000;29000 0", "dues 0|pay 0;0 1",
               "dues 30000|pay 30000|change 50000;20000 1",
               "dues 30000|pay 30000|change 50000|pay 5000;15000 0", "dues 50000|pay 30000|change 30000;0 0",
-              "dues 1|pay 2147483647|pay 2147483647;-4294967293 1"}) {
+              "dues 1|pay 2147483647|pay 2147483647;-4294967293 1",
+              "other types|dues 30000|pay 35000|alter 1 30000|line 5;0 1",
+              "other types|dues 30000|pay 30000|change 50000|pay 5000;15000 0"}) {
             running_client on{kind};
             for (const QString& step : row.section(u';', 0, 0).split(u'|'))
-                take_step(on.c.db_conn, step);
+                if (step == "other types") // as "30000.00" and the like
+                    for (const char* table : {"dues_h_tbl", "dues_b_tbl"})
+                        give_other_types(on.its_register, table);
+                else
+                    take_step(on.c.db_conn, step);
             const rows years = on.c.db_conn.read("select * from dues_h_tbl");
             QCOMPARE(row, row.section(u';', 0, 0) + u';' + years[0].text("yet_money") + u' ' +
                               years[0].text("incom_flag"));

@@ -6,6 +6,7 @@
 #include "support/builders.h"
 #include "support/engines.h"
 #include "support/fake_desk.h"
+#include "support/other_types.h"
 #include "support/screens.h"
 #include "support/test_register.h"
 #include "ui/grid.h"
@@ -82,7 +83,10 @@ private Q_SLOTS:
     {
         FETCH_ENGINE(kind);
         at_receipts at{kind};
+        for (const char* table : {"person_m_tbl", "dues_b_tbl", "money_member", "branch_code"})
+            give_other_types(at.on.its_register, table);
         QCOMPARE(days(at.search(march)), "0301 0301 0315 0315");
+        QCOMPARE(at.queue().front().pres_money, 50'000);
         at.pay(kim, "20260331", "20260401");
         QCOMPARE(days(at.search(march)), "0301 0301 0301 0315 0315 0315 0331 0331 0331");
         at.pay(kim, "", "20260302");

@@ -4,6 +4,7 @@
 #include "support/builders.h"
 #include "support/engines.h"
 #include "support/failure_of.h"
+#include "support/other_types.h"
 #include "support/pausable_proxy.h"
 #include "support/test_register.h"
 
@@ -172,7 +173,9 @@ private Q_SLOTS:
                  failure_kind::cancelled);
         QCOMPARE(copied(on.c.local_conn), earlier);
         on.c.local_conn.direct("pragma max_page_count=1"); // what it has is what it gets
-        QCOMPARE(failure_of([&] { copy(on.c, search_item::name, "김"); }), failure_kind::disk_full);
+        const db_failure full = caught([&] { copy(on.c, search_item::name, "김"); });
+        QCOMPARE(full.kind(), failure_kind::disk_full);
+        QCOMPARE(full.place(), file_of(on.c.server, database::local));
         QCOMPARE(copied(on.c.local_conn), earlier);
         on.c.local_conn.direct("pragma max_page_count=1000000");
         QCOMPARE(copy(on.c, search_item::name, "김"), 2000);
@@ -210,32 +213,51 @@ private Q_SLOTS:
         }
     }
 
-    void nulls_of_an_existing_database_arrive_as_empty_data() { engines_under_test(); }
-    void nulls_of_an_existing_database_arrive_as_empty()
+    void a_register_of_other_types_is_copied_data() { engines_under_test(); }
+    void a_register_of_other_types_is_copied()
     {
         FETCH_ENGINE(kind);
         running_client on{kind};
-        std::string columns;
+        a_member{a}
+            .named("김")
+            .with("pers_marry", "미혼")
+            .with("get_mail_place", "자택")
+            .store_in(on.c.db_conn);
+        a_row{"person_m_tbl"}.with("pers_no", b).with("pers_name", "김").store_in(on.c.db_conn);
+        give_other_types(on.its_register, "person_m_tbl");
+        connection db = beneath(on.its_register);
+        db.direct("update person_m_tbl set pers_year_pay=3500.75,lic_pay=5e4 where pers_no='" +
+                  a.toStdString() + "'");
+        std::string nothing;
         for (const column& each : find_table(database::server, "person_m_tbl")->columns)
-            columns += (columns.empty() ? "" : ",") + std::string{each.name} +
-                       (each.type == column_type::text ? " text" : " bigint");
-        on.c.db_conn.direct("drop table person_m_tbl");
-        on.c.db_conn.direct("create table person_m_tbl(" + columns + ")");
-        on.c.db_conn.direct("insert into person_m_tbl(pers_no,pers_name) values ('9001011234568','김')");
-        QCOMPARE(copy(on.c, search_item::name, "김"), 1);
-        const rows member = on.c.local_conn.read("select * from person_m_tbl");
-        std::vector<column_value> written;
-        for (const column& each : find_table(database::local, "person_m_tbl")->columns)
-            written.push_back({each.name, {}});
-        const auto on_server = ask(on.c.db_conn, row_on_server("9001011234568"));
-        QVERIFY(newer_values(on_server->front(), member.front(), written).empty()); // nobody has changed him
-        for (const column& each : find_table(database::local, "person_m_tbl")->columns) {
-            if (each.name == "pers_no" || each.name == "pers_name")
-                continue;
-            QVERIFY2(!member.front().is_null(each.name), each.name.data());
-            QCOMPARE(member.front().text(each.name),
-                     each.type == column_type::text ? QString{} : QString{"0"});
+            if (each.name != "pers_no" && each.name != "pers_name")
+                nothing += (nothing.empty() ? "" : ",") + std::string{each.name} + "=null";
+        db.direct("update person_m_tbl set " + nothing + " where pers_no='" + b.toStdString() + "'");
+
+        QCOMPARE(copy(on.c, search_item::name, "김"), 2);
+        const std::pair<const char*, QString> expected[] = {
+            {"pers_marry", "미혼"}, {"get_mail_place", "자택"},
+            {"code_bran", "10"},    {"pers_year_pay", "3500"},
+            {"lic_pay", "50000"},   {"pers_name", "김"},
+            {"code_member", "20"},  {"email", ""}};
+        const rows copied = on.c.local_conn.read("select * from person_m_tbl");
+        const auto on_server = ask(on.c.db_conn, row_on_server(a));
+        for (const auto& [column, value] : expected)
+            for (const auto& row : {copied[copied[0].text("pers_no") == a ? 0 : 1], on_server->front()})
+                QCOMPARE(column + row.text(column), column + value);
+        for (const auto member : copied) { // nobody has changed them
+            std::vector<column_value> written;
+            for (const column& each : find_table(database::local, "person_m_tbl")->columns)
+                written.push_back({each.name, {}});
+            const auto his = ask(on.c.db_conn, row_on_server(member.text("pers_no")));
+            QVERIFY(newer_values(his->front(), member, written).empty());
+            for (const column_value& each : written)
+                QVERIFY2(!member.is_null(each.column), each.column.data());
         }
+        const auto nobody = copied[copied[0].text("pers_no") == a ? 1 : 0];
+        for (const column& each : find_table(database::local, "person_m_tbl")->columns)
+            if (each.name != "pers_no" && each.name != "pers_name")
+                QCOMPARE(nobody.text(each.name), each.type == column_type::text ? QString{} : QString{"0"});
     }
 };
 

@@ -4,7 +4,10 @@
 #include "db/statement_text.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
+#include <cmath>
+#include <map>
 
 namespace orvo {
 
@@ -12,29 +15,64 @@ namespace {
 
 constexpr int widest_bounded = 4000;
 
-/// What the schema says about columns of a name. Where tables differ in the width, the widest holds all.
-const column* known_column(std::string_view name)
+/// The types of the tables' columns that are not the client's own, as the register declares them.
+using foreign_types = std::map<std::string, QString>;
+
+foreign_types foreign_types_of(connection& base, const statement_text& statement)
 {
-    const column* widest = nullptr;
-    for (const database where : {database::server, database::mail})
-        for (const table& each : tables_of(where))
-            if (const column* found = each.find(name);
-                found &&
-                (!widest || (widest->width > 0 && (found->width == 0 || found->width > widest->width))))
-                widest = found;
-    return widest;
+    foreign_types all;
+    for (const token& each : statement.tokens())
+        if (each.is == token::kind::word && find_table(each.text))
+            for (const auto row : base.read("select name,type from pragma_table_info('{table}')",
+                                            {{"table", QString::fromStdString(each.text)}})) {
+                const QString type = row.text("type").toLower();
+                if (type != QLatin1String{"integer"} && type != QLatin1String{"text"})
+                    all.emplace(row.text("name").toStdString(), type);
+            }
+    return all;
+}
+
+/// What the schema says about a column: of the table that the statement names where tables differ.
+const column* known_column(const statement_text& statement, std::string_view name)
+{
+    if (const column_use* use = use_of(name); use && use->common)
+        return use->common;
+    for (const token& each : statement.tokens())
+        if (const table* named = each.is == token::kind::word ? find_table(each.text) : nullptr)
+            if (const column* found = named->find(name))
+                return found;
+    return nullptr;
+}
+
+void describe(tds_column& result, const QString& foreign)
+{
+    using enum tds_column::kind;
+    if (foreign.contains(QLatin1String{"char"})) {
+        result.is = padded;
+        result.width = foreign.section(u'(', 1).section(u')', 0, 0).toInt();
+    } else {
+        result.is = foreign.startsWith(QLatin1String{"money"})     ? money
+                    : foreign.startsWith(QLatin1String{"decimal"}) ? decimal
+                                                                   : floating;
+    }
 }
 
 /// A column by its name, or by its first value where no table has the name.
-tds_column described(std::string_view name, const cell& first)
+tds_column described(const statement_text& statement, std::string_view name, const cell& first)
 {
+    using enum tds_column::kind;
     tds_column result{QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()))};
-    if (const column* known = known_column(name)) {
-        if (known->type != column_type::text)
+    if (const column* known = known_column(statement, name)) {
+        if (known->type == column_type::fraction) {
+            result.is = floating;
+        } else if (known->type != column_type::text) {
+            result.is = integer;
             result.integer_bytes = known->type == column_type::money ? 8 : 4;
-        else if (known->width <= widest_bounded)
+        } else if (known->width <= widest_bounded) {
             result.width = known->width;
+        }
     } else if (first.is != cell::kind::text) {
+        result.is = integer;
         result.integer_bytes = 8;
     } else if (first.text.size() <= widest_bounded) {
         result.width = widest_bounded;
@@ -42,13 +80,18 @@ tds_column described(std::string_view name, const cell& first)
     return result;
 }
 
-constexpr QLatin1String catalogue{"INFORMATION_SCHEMA.TABLES"};
-constexpr QLatin1String own_catalogue{"own_catalogue"};
+constexpr std::pair<QLatin1String, QLatin1String> catalogues[] = {
+    {QLatin1String{"INFORMATION_SCHEMA.TABLES"}, QLatin1String{"own_tables"}},
+    {QLatin1String{"INFORMATION_SCHEMA.COLUMNS"}, QLatin1String{"own_columns"}}};
 
 /// Sends rows as they come. The columns go before the first, since its values tell their types.
 class row_writer : public row_sink {
 public:
-    row_writer(tds_line& line, std::atomic<int>& rows_left) : line_{line}, rows_left_{rows_left} {}
+    row_writer(tds_line& line, std::atomic<int>& rows_left, const statement_text& statement,
+               foreign_types foreign)
+        : line_{line}, rows_left_{rows_left}, statement_{statement}, foreign_{std::move(foreign)}
+    {
+    }
 
     void begin(const column_names& names) override { names_.assign(names.begin(), names.end()); }
 
@@ -85,6 +128,8 @@ public:
 private:
     tds_line& line_;
     std::atomic<int>& rows_left_;
+    const statement_text& statement_;
+    foreign_types foreign_;
     std::vector<std::string> names_;
     std::vector<tds_column> columns_;
     tds_bytes bytes_;
@@ -92,8 +137,11 @@ private:
 
     void send_columns(std::span<const cell> first)
     {
-        for (std::size_t i = 0; i < first.size(); ++i)
-            columns_.push_back(described(names_[i], first[i]));
+        for (std::size_t i = 0; i < first.size(); ++i) {
+            columns_.push_back(described(statement_, names_[i], first[i]));
+            if (const auto foreign = foreign_.find(names_[i]); foreign != foreign_.end())
+                describe(columns_.back(), foreign->second);
+        }
         line_.put(columns_token(columns_));
     }
 
@@ -109,14 +157,35 @@ private:
 
     void add(const cell& field, const tds_column& as)
     {
-        if (as.integer_bytes > 0) {
-            bytes_.byte(as.integer_bytes).number(static_cast<quint64>(integer(field, as)), as.integer_bytes);
+        using enum tds_column::kind;
+        QString text = field.is == cell::kind::number
+                           ? QString::number(field.number)
+                           : QString::fromUtf8(field.text.data(), static_cast<qsizetype>(field.text.size()));
+        switch (as.is) {
+        case integer:
+            bytes_.byte(as.integer_bytes).number(static_cast<quint64>(whole(field, as)), as.integer_bytes);
+            return;
+        case floating:
+            bytes_.byte(8).number(std::bit_cast<quint64>(text.toDouble()), 8);
+            return;
+        case money: { // ten-thousandths, the upper half first
+            const auto parts = static_cast<quint64>(std::llround(text.toDouble() * 10'000));
+            bytes_.byte(8).number(parts >> 32, 4).number(parts & 0xffffffff, 4);
             return;
         }
-        const QString text =
-            field.is == cell::kind::number
-                ? QString::number(field.number)
-                : QString::fromUtf8(field.text.data(), static_cast<qsizetype>(field.text.size()));
+        case decimal: {
+            const double hundredths = text.toDouble() * std::pow(10, tds_column::decimal_places);
+            bytes_.byte(9)
+                .byte(hundredths >= 0)
+                .number(static_cast<quint64>(std::llabs(std::llround(hundredths))), 8);
+            return;
+        }
+        case padded:
+            text = text.leftJustified(as.width);
+            break;
+        case varying:
+            break;
+        }
         const auto size = static_cast<quint64>(text.size()) * 2;
         if (as.width == tds_column::unbounded) {
             bytes_.number(size, 8);
@@ -130,7 +199,7 @@ private:
         bytes_.number(size, 2).text(text);
     }
 
-    static std::int64_t integer(const cell& field, const tds_column& as)
+    static std::int64_t whole(const cell& field, const tds_column& as)
     {
         std::int64_t value = field.number;
         if (field.is == cell::kind::text) {
@@ -153,8 +222,17 @@ tds_answers::tds_answers(tds_line& line, connection base, std::atomic<int>& rows
     : line_{line}, base_{std::move(base)}, rows_left_{rows_left}
 {
     base_.direct("pragma synchronous=off"); // nothing of a test outlives it
-    base_.direct("create temp view own_catalogue as select name as TABLE_NAME from sqlite_master "
+    base_.direct("create temp view own_tables as select name as TABLE_NAME from sqlite_master "
                  "where type='table'");
+    // The client's own tables bound their texts by checks.
+    base_.direct(
+        "create temp view own_columns as select m.name as TABLE_NAME,p.name as COLUMN_NAME,"
+        "case lower(p.type) when 'integer' then 'int' when 'text' then 'nvarchar' when 'real' then 'float' "
+        "else lower(p.type) end as DATA_TYPE,"
+        "case when m.sql like '%length('||p.name||')<=%' then cast(substr(m.sql,instr(m.sql,"
+        "'length('||p.name||')<=')+length('length('||p.name||')<='),9) as integer) else -1 end "
+        "as CHARACTER_MAXIMUM_LENGTH,null as NUMERIC_SCALE "
+        "from main.sqlite_master m,pragma_table_info(m.name) p where m.type='table'");
 }
 
 void tds_answers::answer(const QString& batch)
@@ -194,10 +272,15 @@ void tds_answers::run(const QString& batch)
         end_transaction(false);
         break;
     case batch_kind::definition:
-        base_.direct(in_embedded_words(batch).toStdString());
+        for (const QString& each : in_embedded_words(batch))
+            base_.direct(each.toStdString());
         break;
-    case batch_kind::statement:
-        return run_statement(with_slots(QString{batch}.replace(catalogue, own_catalogue)));
+    case batch_kind::statement: {
+        QString asked = batch;
+        for (const auto& [theirs, ours] : catalogues)
+            asked.replace(theirs, ours);
+        return run_statement(with_slots(asked));
+    }
     }
     line_.put(done_token(done_plainly));
 }
@@ -205,9 +288,10 @@ void tds_answers::run(const QString& batch)
 void tds_answers::run_statement(const std::vector<slotted_batch>& rows)
 {
     const slotted_batch& first = rows.front();
-    switch (statement_text{first.text}.what()) {
+    const statement_text statement{first.text};
+    switch (statement.what()) {
     case verb::select: {
-        row_writer writer{line_, rows_left_};
+        row_writer writer{line_, rows_left_, statement, foreign_types_of(base_, statement)};
         base_.read_each(first.text, first.given, writer);
         return writer.end();
     }

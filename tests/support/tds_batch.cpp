@@ -132,8 +132,9 @@ private:
 
 batch_kind kind_of_batch(QStringView batch)
 {
-    static const std::array<std::pair<QStringView, batch_kind>, 9> known{
+    static const std::array<std::pair<QStringView, batch_kind>, 10> known{
         {{u"", batch_kind::setting},
+         {u"declare", batch_kind::setting}, // looks up the name of a default, which has none here
          {u"set", batch_kind::setting},
          {u"use", batch_kind::setting},
          {u"create", batch_kind::definition},
@@ -154,21 +155,37 @@ std::vector<slotted_batch> with_slots(const QString& batch)
     return slotter{batch}.write();
 }
 
-QString in_embedded_words(QString definition)
+QStringList in_embedded_words(QString definition)
 {
     static const std::pair<QRegularExpression, QString> words[] = {
         {QRegularExpression{QStringLiteral("\\[(\\w+)\\]")}, QStringLiteral("\"\\1\"")},
         {QRegularExpression{QStringLiteral("\\bint identity\\(1,1\\) primary key")},
          QStringLiteral("integer primary key autoincrement")},
         {QRegularExpression{QStringLiteral("\\b(big)?int\\b")}, QStringLiteral("integer")},
+        {QRegularExpression{QStringLiteral("\\bfloat\\b")}, QStringLiteral("real")},
         {QRegularExpression{QStringLiteral("\\bnvarchar\\(max\\)")}, QStringLiteral("text")},
-        {QRegularExpression{QStringLiteral("(\\w+) nvarchar\\((\\d+)\\) not null default ''")},
+        {QRegularExpression{QStringLiteral("(\\w+) nvarchar\\((\\d+)\\) not null( default '')?")},
          QStringLiteral("\\1 text not null default '' check(length(\\1)<=\\2)")},
     };
+    static const QRegularExpression retyping{QStringLiteral("^alter table (\\w+) alter column (\\w+) (.*)$")};
+    static const QRegularExpression adding_default{QStringLiteral("^alter table \\w+ add default ")};
+    if (adding_default.match(definition).hasMatch())
+        return {};
     for (const auto& [theirs, ours] : words)
         definition.replace(theirs, ours);
-    return definition.startsWith(QLatin1String{"create table "}) ? definition + QLatin1String{" strict"}
-                                                                 : definition;
+    if (const auto found = retyping.match(definition); found.hasMatch()) {
+        const QString change = QStringLiteral("alter table %1 ").arg(found.captured(1));
+        const QString name = found.captured(2);
+        QString type = found.captured(3).replace(u'(' + name + u')', QLatin1String{"(retyped)"});
+        if (!type.contains(QLatin1String{"default"}))
+            type += QLatin1String{" default 0"};
+        return {change + QLatin1String{"add column retyped "} + type,
+                QStringLiteral("update %1 set retyped=%2").arg(found.captured(1), name),
+                change + QLatin1String{"drop column "} + name,
+                change + QLatin1String{"rename column retyped to "} + name};
+    }
+    return {definition.startsWith(QLatin1String{"create table "}) ? definition + QLatin1String{" strict"}
+                                                                  : definition};
 }
 
 tds_error syntax_error(const QString& near)

@@ -4,6 +4,8 @@
 #include "db/values.h"
 #include "support/tds_tokens.h"
 
+#include <QStringList>
+
 namespace orvo {
 
 /// What the server does with a batch.
@@ -23,8 +25,8 @@ struct slotted_batch {
 std::vector<slotted_batch> with_slots(const QString& batch);
 
 /// A definition of tables in the words of the embedded engine, whose strict tables refuse types that are not
-/// put into them.
-QString in_embedded_words(QString definition);
+/// put into them. It changes no column's type in one statement.
+QStringList in_embedded_words(QString definition);
 
 tds_error syntax_error(const QString& near);
 /// A failure of the embedded engine in a server's numbers and words.

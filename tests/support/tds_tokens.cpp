@@ -131,13 +131,27 @@ tds_bytes columns_token(const std::vector<tds_column>& columns)
     all.byte(0x81).number(columns.size(), 2);
     for (const tds_column& each : columns) {
         all.number(0, 4).number(nullable, 2);
-        if (each.integer_bytes > 0)
+        switch (each.is) {
+        case tds_column::kind::integer:
             all.byte(0x26).byte(each.integer_bytes);
-        else
-            all.byte(0xe7)
+            break;
+        case tds_column::kind::floating:
+            all.byte(0x6d).byte(8);
+            break;
+        case tds_column::kind::money:
+            all.byte(0x6e).byte(8);
+            break;
+        case tds_column::kind::decimal:
+            all.byte(0x6c).byte(9).byte(18).byte(tds_column::decimal_places);
+            break;
+        case tds_column::kind::varying:
+        case tds_column::kind::padded:
+            all.byte(each.is == tds_column::kind::varying ? 0xe7 : 0xef)
                 .number(each.width == tds_column::unbounded ? 0xffff : static_cast<quint64>(each.width) * 2,
                         2)
                 .raw(collation);
+            break;
+        }
         all.short_text(each.name);
     }
     return all;

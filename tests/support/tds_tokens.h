@@ -42,9 +42,12 @@ tds_bytes transaction_over_token(bool committed);
 
 struct tds_column {
     static constexpr int unbounded = 0;
+    static constexpr int decimal_places = 2;
+    enum class kind { varying, padded, integer, floating, money, decimal };
 
     QString name;
-    int integer_bytes = 0; ///< 4 or 8; 0 of a text
+    kind is = kind::varying;
+    int integer_bytes = 0; ///< 4 or 8
     int width = unbounded; ///< of a text, in letters
 };
 

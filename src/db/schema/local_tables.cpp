@@ -77,6 +77,8 @@ table drafts()
 std::vector<table> local_tables()
 {
     std::vector<table> all = code_tables();
+    for (table& codes : all)
+        codes.doubles = true; // what the server holds twice must not keep a workstation from starting
     for (table& one :
          std::vector<table>{scratch_copy(), postal_codes(), receipt_queue(), receipt_queue_made(), last_login(),
                             recent_words(), recent_members(), drafts()})

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <unordered_map>
 
 namespace orvo {
@@ -38,21 +37,13 @@ struct equal_without_case {
     bool operator()(std::string_view one, std::string_view other) const { return same(one, other); }
 };
 
-using type_map = std::unordered_map<std::string_view, column_type, hash_without_case, equal_without_case>;
-
-/// The type of every column by its name; nothing for a name that no table has.
-std::optional<column_type> type_of(std::string_view column_name)
+/// Of two columns of a name the wider; null where they are not of one type.
+const column* common(const column* one, const column* other)
 {
-    static const type_map types = [] {
-        type_map all;
-        for (const database each : all_databases)
-            for (const table& one : tables_of(each))
-                for (const column& field : one.columns)
-                    all.emplace(field.name, field.type);
-        return all;
-    }();
-    const auto found = types.find(column_name);
-    return found == types.end() ? std::nullopt : std::optional{found->second};
+    if (!one || kind_of(one->type) != kind_of(other->type))
+        return nullptr;
+    const bool is_wider = one->width > 0 && (other->width == 0 || other->width > one->width);
+    return is_wider ? other : one;
 }
 
 } // namespace
@@ -90,15 +81,38 @@ const std::vector<std::string_view>& mirrored_tables()
     return names;
 }
 
-bool is_number(std::string_view column_name)
+const table* find_table(std::string_view name)
 {
-    const auto type = type_of(column_name);
-    return type && *type != column_type::text;
+    for (const database each : all_databases)
+        if (const table* found = find_table(each, name))
+            return found;
+    return nullptr;
 }
 
-bool is_text(std::string_view column_name)
+const column_use* use_of(std::string_view name)
 {
-    return type_of(column_name) == column_type::text;
+    using uses = std::unordered_map<std::string_view, column_use, hash_without_case, equal_without_case>;
+    static const uses known = [] {
+        uses all;
+        for (const database each : all_databases)
+            for (const table& one : tables_of(each))
+                for (const column& field : one.columns) {
+                    const auto [use, is_new] = all.emplace(field.name, column_use{&field, false});
+                    column_use& its = use->second;
+                    if (!is_new)
+                        its.common = common(its.common, &field);
+                    its.is_on_server = its.is_on_server || each != database::local;
+                }
+        return all;
+    }();
+    const auto found = known.find(name);
+    return found == known.end() ? nullptr : &found->second;
+}
+
+bool is_number(std::string_view column_name)
+{
+    const column_use* use = use_of(column_name);
+    return use && use->common && kind_of(use->common->type) == value_kind::whole;
 }
 
 int width_of(std::string_view table_name, std::string_view column_name)

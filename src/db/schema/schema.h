@@ -10,10 +10,21 @@ namespace orvo {
 
 enum class column_type {
     text,
-    number,  ///< a code, count, point or flag that is calculated with: 32 bits
-    money,   ///< whole won: 64 bits
-    identity ///< assigned by the server: 32 bits
+    number,   ///< a code, count, point or flag that is calculated with: 32 bits
+    money,    ///< whole won: 64 bits
+    fraction, ///< a score, which may have decimals
+    identity  ///< assigned by the server: 32 bits
 };
+
+/// What a value of a column is.
+enum class value_kind { text, whole, fraction };
+
+constexpr value_kind kind_of(column_type type)
+{
+    return type == column_type::text       ? value_kind::text
+           : type == column_type::fraction ? value_kind::fraction
+                                           : value_kind::whole;
+}
 
 struct column {
     std::string_view name;
@@ -44,10 +55,20 @@ const table* find_table(database where, std::string_view name);
 /// The tables that stand on the server and, as a mirror, in the local file: code tables and member kinds.
 const std::vector<std::string_view>& mirrored_tables();
 
-/// Whether a column of that name holds numbers. Types go by name, once for the whole schema.
+/// A table by its name in whichever database has it: those that stand in two have the same columns.
+const table* find_table(std::string_view name);
+
+/// What the tables make of a column's name.
+struct column_use {
+    /// The widest of the columns where they are of one type; null where two tables use the name in two ways.
+    const column* common = nullptr;
+    bool is_on_server = false; ///< not of the workstation's own file alone
+};
+
+/// Null for a name that no table has.
+const column_use* use_of(std::string_view column_name);
+/// Whether a column of that name holds whole numbers in every table.
 bool is_number(std::string_view column_name);
-/// Whether a column of that name holds text. Neither is so of a name that no table has.
-bool is_text(std::string_view column_name);
 
 /// The number of characters that a text column holds; 0 where there is no such column.
 int width_of(std::string_view table_name, std::string_view column_name);

@@ -86,7 +86,7 @@ table courses()
     return {"education_tbl",
             {flag("edu_kind"), flag("lic_flag"), number("code_season"), number("code_session"),
              number("code_class"), number("code_inst"), flag("center_flag"), text("detail_name", 100),
-             text("edu_avg", 10), number("test_avg"), text("edu_expense", 20), day("app_date"),
+             text("edu_avg", 10), text("test_avg", 10), text("edu_expense", 20), day("app_date"),
              day("edu_open"), day("edu_close"), text("edu_attendance", 10), text("edu_place", 100),
              flag("csr_flag"), identity("edu_id")},
             {"edu_id"},
@@ -96,7 +96,7 @@ table courses()
 table credit_periods()
 {
     return {"std_h_tbl",
-            {text("pers_no", 13), number("iss_no"), day("s_date"), day("e_date"), number("com_avg"),
+            {text("pers_no", 13), text("iss_no", 20), day("s_date"), day("e_date"), number("com_avg"),
              number("etc_avg"), number("yet_avg"), flag("com_flag"), number("center_com_avg"),
              number("center_yet_avg"), number("tot_center_avg"), number("tot_avg"), flag("csr_flag"),
              identity("std_id")},
@@ -108,7 +108,7 @@ table credit_lines()
 {
     return {"std_b_tbl",
             {text("pers_no", 13), number("std_id"), flag("center_flag"), number("edu_id"),
-             text("detail_name", 100), day("end_day"), number("att_count"), number("test_avg"),
+             text("detail_name", 100), day("end_day"), number("att_count"), fraction("test_avg"),
              number("code_private"), number("app_avg"), flag("csr_com_flag"), flag("csr_flag"),
              day("submit_day"), flag("att_com_flag"), flag("test_com_flag"), flag("lic_app_flag"),
              number("com_avg"), flag("diet_edu_flag"), identity("app_id")},

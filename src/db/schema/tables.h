@@ -18,6 +18,10 @@ constexpr column money(std::string_view name)
 {
     return {name, column_type::money, 0};
 }
+constexpr column fraction(std::string_view name)
+{
+    return {name, column_type::fraction, 0};
+}
 constexpr column identity(std::string_view name)
 {
     return {name, column_type::identity, 0};

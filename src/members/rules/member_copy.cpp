@@ -74,7 +74,7 @@ public:
         if (!all_or_nothing_)
             start();
         for (std::size_t i = 0; i < source_.size(); ++i)
-            member_[i] = row[source_[i]];
+            member_[i] = row[source_[i]].unpadded();
         insert_(member_);
         ++count_;
         return true;
