@@ -2,12 +2,9 @@
 #include "db/schema/schema.h"
 #include "demo/demo.h"
 #include "setup/missing_tables.h"
-#include "support/engines.h"
-#include "support/files.h"
-#include "support/test_register.h"
+#include "tools/tool.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -18,24 +15,6 @@
 using namespace orvo;
 
 namespace {
-
-struct outcome {
-    int code = -1;
-    QByteArray output;
-    QByteArray errors;
-};
-
-outcome run_tool(const QString& home, const QString& command, const QByteArray& input = {})
-{
-    QProcess tool;
-    tool.start(QStringLiteral(ORVO_DB_PROGRAM),
-               QStringList{"--home", home} + command.split(u' ', Qt::SkipEmptyParts));
-    tool.write(input);
-    tool.closeWriteChannel();
-    if (!tool.waitForFinished(60000) || tool.exitStatus() != QProcess::NormalExit)
-        return {};
-    return {tool.exitCode(), tool.readAllStandardOutput(), tool.readAllStandardError()};
-}
 
 QByteArray dump(const QString& home)
 {
@@ -54,16 +33,6 @@ connection open(const QString& home, database which = database::server)
 qint64 count(connection& db, const QString& from_where)
 {
     return db.number("select count(*) as cnt from " + from_where.toStdString());
-}
-
-void point_at(const QString& home, const server_address& server)
-{
-    write_file(home + "/conf/connection.ini",
-               QStringLiteral("[SERVER]\nengine=%1\nhost=%2\nport=%3\nuser=%4\npassword=%5\n"
-                              "database=%6\nmail_database=%7\ntls=prefer\n")
-                   .arg(QLatin1String{name_of(server.kind)}, server.host, QString::number(server.port),
-                        server.user, server.password, server.name, server.mail_name)
-                   .toUtf8());
 }
 
 const QString plan = QStringLiteral("demo --members 50 --seed 7 --today 20240615");
@@ -87,36 +56,6 @@ class orvo_db_test : public QObject {
     }
 
 private Q_SLOTS:
-    void check_tells_what_is_missing_data() { engines_under_test(); }
-    void check_tells_what_is_missing()
-    {
-        FETCH_ENGINE(kind);
-        const test_register its_register{kind};
-        const QString home = its_register.folder().path;
-        point_at(home, its_register.address());
-        for (const database each : {database::server, database::mail}) {
-            connection db = its_register.connect(each);
-            for (const table& one : tables_of(each))
-                db.direct("drop table " + std::string{one.name});
-        }
-        QCOMPARE(run_tool(home, "check").output.count(" is missing\n"),
-                 tables_of(database::server).size() + tables_of(database::mail).size());
-        QCOMPARE(run_tool(home, "init").code, 0);
-        const outcome whole = run_tool(home, "check");
-        QVERIFY2(whole.code == 0, whole.output.constData());
-        connection db = its_register.connect();
-        db.direct("drop table contract");
-        db.direct("alter table company drop column company_fax");
-        const outcome found = run_tool(home, "check");
-        QCOMPARE(found.code, 1);
-        QCOMPARE(found.output, QByteArray{"the configuration: as it should be\n"
-                                          "the register: not as it should be\n"
-                                          "  the column company_fax of company is missing\n"
-                                          "  the table contract is missing\n"
-                                          "the mail queue: as it should be\n"
-                                          "the workstation's file: as it should be\n"});
-    }
-
     void check_tells_what_the_configuration_leaves_open()
     {
         const QString home = new_home("weak", "init");
@@ -174,34 +113,6 @@ private Q_SLOTS:
         QCOMPARE(mode_of(home + "/conf"), 0700);
         for (const char* each : {"conf/connection.ini", "orvo_db.sqlite", "orvo_mail.sqlite", "orvo.mdb"})
             QCOMPARE(mode_of(home + u'/' + each), 0600);
-    }
-
-    void check_tells_what_the_login_may_not()
-    {
-        if (!is_at_hand(engine::postgresql))
-            QSKIP("ORVO_TEST_POSTGRESQL names no server; scripts/with_postgresql.sh starts one");
-        const test_register its_register{engine::postgresql};
-        server_address reader = its_register.address();
-        reader.user = QStringLiteral("orvo_reader_%1").arg(QCoreApplication::applicationPid());
-        const std::string name = reader.user.toStdString();
-        connection owner = its_register.connect();
-        connection mail = its_register.connect(database::mail);
-        owner.direct("create role " + name + " login");
-        owner.direct("grant select,update,delete on all tables in schema public to " + name);
-        owner.direct("grant insert on school to " + name);
-        owner.direct("revoke select on religion from " + name);
-        mail.direct("grant select,insert on tbl_tempmail to " + name);
-        const QString home = its_register.folder().path;
-        point_at(home, reader);
-        const outcome found = run_tool(home, "check");
-        owner.direct("drop owned by " + name);
-        mail.direct("drop owned by " + name);
-        owner.direct("drop role " + name);
-        QCOMPARE(found.code, 1);
-        QCOMPARE(found.output.count("\n  "), tables_of(database::server).size() - 1);
-        QVERIFY(found.output.contains("  the table religion cannot be read: "));
-        QVERIFY(found.output.contains("  nothing can be added to the table company: "));
-        QVERIFY(found.output.contains("the mail queue: as it should be\n"));
     }
 
     void initTestCase()

@@ -1,20 +1,40 @@
 #include "client/configuration.h"
+#include "client/save_log.h"
 #include "orvo_db/command.h"
+#include "setup/data_check.h"
 #include "setup/table_check.h"
+#include "setup/type_check.h"
 
 namespace orvo::tool {
 
 namespace {
 
-/// What is wrong with one of the databases; its own sentence where it cannot even be opened.
-std::vector<std::string> look_at(const context& in, database which)
+void print_lines(const std::vector<std::string>& lines)
 {
+    for (const std::string& each : lines)
+        print("  " + each + "\n");
+}
+
+struct outcome {
+    setup::differences found;
+    std::vector<std::string> findings; ///< in what the register holds
+};
+
+/// Its own sentence where a database cannot even be opened.
+outcome look_at(const context& in, database which)
+{
+    outcome all;
     try {
         connection on = in.open(which);
-        return setup::faults_of(on, which);
+        all.found = setup::differing_types(on, which);
+        const std::vector<std::string> lacks = setup::faults_of(on, which);
+        all.found.faults.insert(all.found.faults.begin(), lacks.begin(), lacks.end());
+        if (which == database::server)
+            all.findings = setup::findings_in(on);
     } catch (const tool_failure& failure) {
-        return {failure.what()};
+        all.found.faults.emplace_back(failure.what());
     }
+    return all;
 }
 
 std::vector<std::string> look_at_configuration(const context& in)
@@ -33,12 +53,24 @@ std::vector<std::string> look_at_configuration(const context& in)
     return found;
 }
 
+/// Saves of this workstation that broke and wait to be finished.
+std::vector<std::string> unfinished_saves(const context& in)
+{
+    std::vector<std::string> found;
+    for (const save_note& each : read_save_notes(in.folder.file(QStringLiteral("orvo.saves"))))
+        if (!each.is_over)
+            found.push_back(QStringLiteral("a save of %1 (%2) on %3-******* is not finished: %4, begun %5")
+                                .arg(each.operator_id, each.operator_name, each.pers_no.left(6), each.act_words,
+                                     each.begun_at.toString(Qt::ISODate))
+                                .toStdString());
+    return found;
+}
+
 /// Returns how many faults it has told.
 std::size_t tell(const std::string& of, const std::vector<std::string>& faults)
 {
     print("the " + of + ": " + (faults.empty() ? "as it should be" : "not as it should be") + "\n");
-    for (const std::string& each : faults)
-        print("  " + each + "\n");
+    print_lines(faults);
     return faults.size();
 }
 
@@ -46,8 +78,19 @@ void run(const QCommandLineParser& line, const context& in)
 {
     expect_arguments(line, 0);
     std::size_t faults = tell("configuration", look_at_configuration(in));
-    for (const database which : {database::server, database::mail, database::local})
-        faults += tell(name_of(which), look_at(in, which));
+    std::vector<std::string> findings = unfinished_saves(in);
+    for (const database which : {database::server, database::mail, database::local}) {
+        const outcome all = look_at(in, which);
+        const std::string name = name_of(which);
+        faults += tell(name, all.found.faults);
+        if (!all.found.remarks.empty())
+            print("the " + name + " has other types than the client's, which works with them:\n");
+        print_lines(all.found.remarks);
+        findings.insert(findings.end(), all.findings.begin(), all.findings.end());
+    }
+    if (!findings.empty())
+        print("what the register holds, none of it a fault of the installation:\n");
+    print_lines(findings);
     if (faults > 0)
         throw tool_failure{std::to_string(faults) + (faults == 1 ? " thing is" : " things are") +
                            " to be mended"};
@@ -55,7 +98,8 @@ void run(const QCommandLineParser& line, const context& in)
 
 } // namespace
 
-const command check_command{"check", "Test this configuration: what can be reached, and what is missing.",
-                            [](QCommandLineParser&) {}, run};
+const command check_command{
+    "check", "Test this configuration: what can be reached, what is missing, what does not add up.",
+    [](QCommandLineParser&) {}, run};
 
 } // namespace orvo::tool

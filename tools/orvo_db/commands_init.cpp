@@ -1,5 +1,7 @@
+#include "db/hindrance.h"
 #include "orvo_db/command.h"
 #include "setup/missing_tables.h"
+#include "setup/older_columns.h"
 
 #include <QFile>
 
@@ -54,6 +56,23 @@ void make_databases(const context& in)
                                          : "the database " + name.toStdString() + " is there already");
 }
 
+/// A login that may not change the schema still makes its workstation's file.
+void bring_up_columns(connection& on)
+{
+    for (const setup::older_column& each : setup::older_columns(setup::standing_columns(on)))
+        try {
+            setup::bring_up(on, each);
+            note("the register: gave " + setup::name_of(each) + " its present type");
+        } catch (const db_failure& failure) {
+            if (hindrance_of(on.kind(), failure) != hindrance::no_right)
+                throw;
+            note("the register: " + setup::name_of(each) +
+                 " has its earlier type still, and this login may not "
+                 "change it: " +
+                 failure.text().toStdString());
+        }
+}
+
 void run(const QCommandLineParser& line, const context& in)
 {
     expect_arguments(line, 0);
@@ -74,18 +93,20 @@ void make_schema(const context& in, database which, bool tell)
 {
     connection on = in.open(which, file_use::create);
     const setup::tables tables = setup::make_missing_tables(on, which);
-    if (!tell)
-        return;
-    if (!tables.made.empty())
-        note("the " + std::string{name_of(which)} + ": made " + std::to_string(tables.made.size()) +
-             " tables");
-    if (!tables.found.empty())
-        note("the " + std::string{name_of(which)} + ": " + std::to_string(tables.found.size()) +
-             " tables are there already and stay as they are");
+    const auto say = [&](std::size_t count, const std::string& before, const std::string& behind) {
+        if (tell && count > 0)
+            note("the " + std::string{name_of(which)} + ": " + before + std::to_string(count) + behind);
+    };
+    say(tables.made.size(), "made ", " tables");
+    say(tables.found.size(), "", " tables are there already");
+    if (which == database::server)
+        bring_up_columns(on);
 }
 
 const command init_command{
-    "init", "Make what is missing: the configuration, the tables of register and mail queue, the workstation's file.",
+    "init",
+    "Make what is missing: the configuration, the tables of register and mail queue, the workstation's file; bring up "
+    "tables that an earlier orvo_db made.",
     describe, run};
 
 } // namespace orvo::tool

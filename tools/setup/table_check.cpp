@@ -1,7 +1,6 @@
 #include "setup/table_check.h"
 
-#include "setup/missing_tables.h"
-
+#include "db/hindrance.h"
 #include "db/schema/schema.h"
 
 #include <QByteArrayView>
@@ -38,7 +37,12 @@ void check_table(connection& on, const table& wanted, database where, std::vecto
     try {
         found = on.read("select * from " + nothing);
     } catch (const db_failure& failure) {
-        faults.push_back("the table " + name + " cannot be read: " + failure.text().toStdString());
+        // The catalogue does not tell a table that the login may not read from one that is missing.
+        const hindrance why = hindrance_of(on.kind(), failure);
+        const std::string words = ": " + failure.text().toStdString();
+        faults.push_back(why == hindrance::no_table   ? "the table " + name + " is missing"
+                         : why == hindrance::no_right ? "the login may not read the table " + name + words
+                                                      : "the table " + name + " cannot be read" + words);
         return;
     }
     std::string field; // one that can be written
@@ -64,15 +68,9 @@ void check_table(connection& on, const table& wanted, database where, std::vecto
 
 std::vector<std::string> faults_of(connection& on, database where)
 {
-    const std::vector<QString> standing = standing_tables(on);
     std::vector<std::string> faults;
-    for (const table& each : tables_of(where)) {
-        const QString name = QString::fromLatin1(each.name.data(), static_cast<qsizetype>(each.name.size()));
-        if (std::ranges::find(standing, name) == standing.end())
-            faults.push_back("the table " + name.toStdString() + " is missing");
-        else
-            check_table(on, each, where, faults);
-    }
+    for (const table& each : tables_of(where))
+        check_table(on, each, where, faults);
     return faults;
 }
 
