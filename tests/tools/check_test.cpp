@@ -1,3 +1,4 @@
+#include "client/save_log.h"
 #include "db/schema/ddl.h"
 #include "support/builders.h"
 #include "support/other_types.h"

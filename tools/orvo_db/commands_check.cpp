@@ -15,6 +15,13 @@ void print_lines(const std::vector<std::string>& lines)
         print("  " + each + "\n");
 }
 
+void print_under(const std::string& heading, const std::vector<std::string>& lines)
+{
+    if (!lines.empty())
+        print(heading + ":\n");
+    print_lines(lines);
+}
+
 struct outcome {
     setup::differences found;
     std::vector<std::string> findings; ///< in what the register holds
@@ -53,17 +60,23 @@ std::vector<std::string> look_at_configuration(const context& in)
     return found;
 }
 
-/// Saves of this workstation that broke and wait to be finished.
+/// The saves that this workstation has begun and not brought to their end, a sentence each.
 std::vector<std::string> unfinished_saves(const context& in)
 {
-    std::vector<std::string> found;
-    for (const save_note& each : read_save_notes(in.folder.file(QStringLiteral("orvo.saves"))))
-        if (!each.is_over)
-            found.push_back(QStringLiteral("a save of %1 (%2) on %3-******* is not finished: %4, begun %5")
-                                .arg(each.operator_id, each.operator_name, each.pers_no.left(6), each.act_words,
-                                     each.begun_at.toString(Qt::ISODate))
-                                .toStdString());
-    return found;
+    std::vector<std::string> all;
+    for (const save_note& each : read_save_notes(in.folder.file(QStringLiteral("orvo.saves")))) {
+        if (each.is_over)
+            continue;
+        const QString stored = each.stored_words.isEmpty() ? QStringLiteral("nothing is known to be stored")
+                                                           : QStringLiteral("stored: ") +
+                                                                 each.stored_words.join(QStringLiteral(", "));
+        all.push_back(QStringLiteral("%1, %2: %3, ")
+                          .arg(each.begun_at.toString(QStringLiteral("yyyy-MM-dd hh:mm")), each.operator_id,
+                               each.act_words)
+                          .toStdString() +
+                      setup::hidden_number(each.pers_no.toStdString()) + "; " + stored.toStdString());
+    }
+    return all;
 }
 
 /// Returns how many faults it has told.
@@ -78,19 +91,18 @@ void run(const QCommandLineParser& line, const context& in)
 {
     expect_arguments(line, 0);
     std::size_t faults = tell("configuration", look_at_configuration(in));
-    std::vector<std::string> findings = unfinished_saves(in);
+    std::vector<std::string> findings;
     for (const database which : {database::server, database::mail, database::local}) {
         const outcome all = look_at(in, which);
         const std::string name = name_of(which);
         faults += tell(name, all.found.faults);
-        if (!all.found.remarks.empty())
-            print("the " + name + " has other types than the client's, which works with them:\n");
-        print_lines(all.found.remarks);
+        print_under("the " + name + " has other types than the client's, which works with them",
+                    all.found.remarks);
         findings.insert(findings.end(), all.findings.begin(), all.findings.end());
     }
-    if (!findings.empty())
-        print("what the register holds, none of it a fault of the installation:\n");
-    print_lines(findings);
+    print_under("what the register holds, none of it a fault of the installation", findings);
+    print_under("saves that were begun here and are not finished, which the client offers at its next start",
+                unfinished_saves(in));
     if (faults > 0)
         throw tool_failure{std::to_string(faults) + (faults == 1 ? " thing is" : " things are") +
                            " to be mended"};

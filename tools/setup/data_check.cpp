@@ -15,12 +15,6 @@ namespace {
 
 constexpr std::size_t told_by_number = 3;
 
-/// Six digits, a birth date, tell an operator whom to look for and nobody else who it is.
-std::string hidden(std::string_view pers_no)
-{
-    return std::string{pers_no.substr(0, 6)} + "*******";
-}
-
 /// Some examples, behind their count.
 class examples {
 public:
@@ -136,7 +130,7 @@ void tell_strays(connection& on, std::vector<std::string>& findings)
                     is_told = true;
                 }
             if (is_told)
-                numbers.add(hidden(pers_no));
+                numbers.add(hidden_number(pers_no));
         }
         if (numbers.count() == 0)
             continue;
@@ -157,7 +151,7 @@ void tell_rows(connection& on, const std::string& text, const std::string& sente
 {
     examples found;
     each_row(on, text, [&](const std::vector<std::string>& row) {
-        found.add(hidden(row[0]) + (row.size() > 1 ? " " + row[1] : std::string{}));
+        found.add(hidden_number(row[0]) + (row.size() > 1 ? " " + row[1] : std::string{}));
     });
     if (found.count() > 0)
         findings.push_back(sentence + ": " + std::to_string(found.count()) + found.text());
@@ -179,8 +173,8 @@ void tell_dues(connection& on, std::vector<std::string>& findings)
               "on a.pers_no=b.pers_no and a.val_year=b.val_year "
               "left join (select pers_no,sum(pres_money) as paid from dues_b_tbl where val_year='평생회원' "
               "group by pers_no) c on a.pers_no=c.pers_no "
-              "where a.yet_money<>a.mem_dues-coalesce(b.paid,0) and (a.code_member<10 or a.code_member>13 or "
-              "a.yet_money<>a.mem_dues-coalesce(c.paid,0))",
+              "where abs(a.yet_money-a.mem_dues+coalesce(b.paid,0))>=1 and (a.code_member<10 or "
+              "a.code_member>13 or abs(a.yet_money-a.mem_dues+coalesce(c.paid,0))>=1)",
               "years that are not settled, as what is open is not the dues less the payments", findings);
     tell_rows(
         on,
@@ -234,6 +228,11 @@ void tell_codes(connection& on, const table& codes, std::vector<std::string>& fi
 }
 
 } // namespace
+
+std::string hidden_number(std::string_view pers_no)
+{
+    return std::string{pers_no.substr(0, 6)} + "*******";
+}
 
 std::vector<std::string> findings_in(connection& on)
 {
