@@ -1,5 +1,8 @@
 #include "shell/login.h"
 
+#include "client/login_log.h"
+#include "shell/login_attempts.h"
+
 namespace orvo {
 
 bool log_in(client& c, const QString& id, const QString& password)
@@ -21,6 +24,32 @@ bool log_in(client& c, const QString& id, const QString& password)
     c.session_right3 = static_cast<qint16>(one.number("author3"));
     c.session_ok = true;
     return true;
+}
+
+namespace {
+
+bool is_operator(connection& db, const QString& id)
+{
+    return !db.read("select admin_id from admin_tbl where admin_id='{id_txt}'", {{"id_txt", id}}).empty();
+}
+
+} // namespace
+
+login_answer try_to_log_in(client& c, login_attempts& attempts, const QString& id, const QString& password)
+{
+    using namespace std::chrono_literals;
+    if (attempts.wait_left(id) > 0ms)
+        return login_answer::too_early;
+    if (log_in(c, id, password)) {
+        write_login_log(c.folder, c.now(), login_event::success, id);
+        return login_answer::welcome;
+    }
+    attempts.count_wrong(id);
+    const QString known = is_operator(c.db_conn, id) ? id : QString{};
+    write_login_log(c.folder, c.now(), login_event::refused, known);
+    if (attempts.wait_left(id) > 0ms)
+        write_login_log(c.folder, c.now(), login_event::slowed, known);
+    return login_answer::refused;
 }
 
 QString session_branch_name(client& c)

@@ -2,16 +2,45 @@
 #include "shell/login_dlg.h"
 #include "support/builders.h"
 #include "support/engines.h"
+#include "support/files.h"
 #include "support/screens.h"
 #include "support/test_register.h"
 
 #include "hands/hands.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
 using namespace orvo;
+
+namespace {
+
+/// A client at its login, by a clock that is set by hand.
+struct at_login {
+    at_login()
+    {
+        for (const char* id : {"kim", "lee"})
+            an_operator{id}.store_in(on.c.db_conn);
+        c.local_conn.open();
+        c.db_conn.open();
+        restart();
+    }
+    void restart()
+    {
+        attempts.emplace(c);
+        attempts->load();
+    }
+    QByteArray log() { return content_of(c.folder.file("login.log")); }
+
+    QDateTime now = test_clock();
+    running_client on{engine::embedded};
+    client c{on.c.folder, on.c.server, on.say, [this] { return now; }};
+    std::optional<login_attempts> attempts;
+};
+
+} // namespace
 
 class login_test : public QObject {
     Q_OBJECT
@@ -64,6 +93,97 @@ private Q_SLOTS:
                  (QList<int>{0, 2, 3}));
         on.c.session_branch = "7 A"; // as a register with a text there may hold it
         QVERIFY(session_branch_name(on.c).contains("7 A"));
+    }
+
+    void wrong_passwords_are_slowed_over_a_restart()
+    {
+        at_login at;
+        const QString ways[] = {"welcome", "refused", "too early"};
+        // Seconds that pass, who tries, and what comes of it; "!" behind them is the right password.
+        for (const auto& [passed, id, outcome] : {std::tuple{0, "kim", "refused"},
+                                                  {0, "kim", "refused"},
+                                                  {0, "kim", "refused"},
+                                                  {1, "kim", "refused"},
+                                                  {0, "kim", "refused"},
+                                                  {0, "kim!", "too early"}, // 5 seconds
+                                                  {0, "lee", "refused"},
+                                                  {0, "Kim", "refused"}, // whom nobody knows: for himself
+                                                  {4, "kim!", "too early"},
+                                                  {1, "kim", "refused"},
+                                                  {9, "kim!", "too early"}, // 10
+                                                  {1, "kim", "refused"},
+                                                  {19, "kim!", "too early"}, // 20
+                                                  {1, "kim", "refused"},
+                                                  {39, "kim!", "too early"}, // 40
+                                                  {1, "kim", "refused"},
+                                                  {59, "kim!", "too early"}, // 60, and no longer
+                                                  {1, "kim", "refused"},
+                                                  {60, "kim", "refused"},
+                                                  {-60, "kim!", "too early"}, // the clock is set back
+                                                  {-86'400, "kim!", "welcome"},
+                                                  {0, "kim", "refused"}, // all of it is forgotten
+                                                  {0, "kim", "refused"},
+                                                  {0, "kim", "refused"},
+                                                  {0, "kim", "refused"},
+                                                  {0, "kim", "refused"},
+                                                  {0, "kim!", "too early"},
+                                                  {1801, "kim", "refused"}, // after half an hour too
+                                                  {0, "kim!", "welcome"},
+                                                  {0, "x' or '1'='1", "refused"}}) {
+            at.now = at.now.addSecs(passed);
+            at.restart();
+            const QString who{id};
+            const auto came =
+                try_to_log_in(at.c, *at.attempts, QString{who}.remove('!'), who.endsWith('!') ? "secret" : "wrong");
+            if (came == login_answer::welcome)
+                at.attempts->forget(QString{who}.remove('!'));
+            QVERIFY2(ways[static_cast<int>(came)] == outcome, qPrintable(at.now.toString()));
+        }
+        for (const auto row : at.c.local_conn.read("select id_mark from wrong_passwords"))
+            QVERIFY(row.text("id_mark").size() == 64 && !row.text("id_mark").contains("kim"));
+    }
+
+    void logins_are_written_down_without_what_may_be_a_password()
+    {
+        at_login at;
+        an_operator{"o\nne\u2028 10:00"}.store_in(at.c.db_conn);
+        for (int i = 0; i < 6; ++i)
+            try_to_log_in(at.c, *at.attempts, "kim", "geheim");
+        try_to_log_in(at.c, *at.attempts, "lee", "secret");
+        for (int i = 0; i < 5; ++i)
+            try_to_log_in(at.c, *at.attempts, "geheim", "secret");
+        try_to_log_in(at.c, *at.attempts, "o\nne\u2028 10:00", "secret");
+        const QByteArray at_ten = "2026-11-22 10:00:00 ";
+        QCOMPARE(at.log(), (at_ten + "refused kim\n").repeated(5) + at_ten + "slowed kim\n" + at_ten +
+                               "success lee\n" + (at_ten + "refused unknown\n").repeated(5) + at_ten +
+                               "slowed unknown\n" + at_ten + "success o?ne? 10:00\n");
+        QCOMPARE(mode_of(at.c.folder.file("login.log")), 0600);
+    }
+
+    void a_wait_is_counted_down_in_the_dialog()
+    {
+        at_login at;
+        for (int i = 0; i < 5; ++i)
+            at.attempts->count_wrong("kim");
+        login_dlg dlg{at.c, nullptr};
+        bring_up(dlg);
+        auto& Image1 = control<QPushButton>(dlg, "Image1");
+        const auto wait = [&] { return shown_by(control<QLabel>(dlg, "wait_txt")); };
+        type(&control<QLineEdit>(dlg, "id_txt"), "ki");
+        QVERIFY(Image1.isEnabled() && wait().isEmpty());
+        type(&control<QLineEdit>(dlg, "id_txt"), "m");
+        QVERIFY(!Image1.isEnabled() && wait().contains("5초"));
+        type(&control<QLineEdit>(dlg, "passwd_txt"), "secret");
+        press(&control<QLineEdit>(dlg, "passwd_txt"), Qt::Key_Return);
+        QVERIFY(!at.c.session_ok && at.on.say.take_told().isEmpty());
+        at.now = at.now.addSecs(3);
+        QTRY_VERIFY(wait().contains("2초"));
+        at.now = at.now.addSecs(2);
+        QTRY_VERIFY(Image1.isEnabled());
+        QCOMPARE(wait(), QString{});
+        press(&control<QLineEdit>(dlg, "passwd_txt"), Qt::Key_Return);
+        QVERIFY(at.c.session_ok && !dlg.isVisible());
+        QCOMPARE(at.c.local_conn.number("select count(*) as n from wrong_passwords"), 0);
     }
 
     void the_dialog_asks_in_its_order()

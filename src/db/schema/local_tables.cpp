@@ -48,6 +48,12 @@ table last_login()
     return {"last_login", {text("admin_id", unbounded), text("session_branch", unbounded)}, {}, {}};
 }
 
+/// Of the ids nothing but their marks: many are passwords in the wrong field.
+table wrong_passwords()
+{
+    return {"wrong_passwords", {text("id_mark", 64), number("times"), text("last_at", 30)}, {"id_mark"}, {}};
+}
+
 table recent_words()
 {
     return {"recent_words",
@@ -81,7 +87,7 @@ std::vector<table> local_tables()
         codes.doubles = true; // what the server holds twice must not keep a workstation from starting
     for (table& one :
          std::vector<table>{scratch_copy(), postal_codes(), receipt_queue(), receipt_queue_made(), last_login(),
-                            recent_words(), recent_members(), drafts()})
+                            wrong_passwords(), recent_words(), recent_members(), drafts()})
         all.push_back(std::move(one));
     return all;
 }
