@@ -14,6 +14,11 @@ message login_refusal(const char* text)
     return {QString::fromUtf8(text), QStringLiteral("로그인 에러"), sign::exclamation};
 }
 
+QString in_words(std::chrono::seconds wait)
+{
+    return QStringLiteral("비밀번호가 여러 번 틀려, %1초 뒤에 다시 할 수 있습니다.").arg(wait.count());
+}
+
 } // namespace
 
 login_dlg::login_dlg(client& c, QWidget* over)
@@ -25,6 +30,8 @@ login_dlg::login_dlg(client& c, QWidget* over)
 {
     wait_txt->setObjectName(QStringLiteral("wait_txt"));
     wait_txt->setForegroundRole(QPalette::PlaceholderText);
+    wait_txt->setMinimumWidth( // nothing moves when it speaks
+        wait_txt->fontMetrics().horizontalAdvance(in_words(std::chrono::seconds{60})));
     passwd_txt->setEchoMode(QLineEdit::Password);
     auto* fields = group(QStringLiteral("login_group"), QStringLiteral("아이디/비밀번호 입력"),
                          form({entry{QStringLiteral("아이디(&I)"), {id_txt}, false, true},
@@ -45,9 +52,7 @@ void login_dlg::show_wait()
     using namespace std::chrono;
     const seconds left = ceil<seconds>(attempts_.wait_left(id_txt->text()));
     Image1->setEnabled(left == 0s);
-    wait_txt->setText(left == 0s ? QString{}
-                                 : QStringLiteral("비밀번호가 여러 번 틀려, %1초 뒤에 다시 할 수 있습니다.")
-                                       .arg(left.count()));
+    wait_txt->setText(left == 0s ? QString{} : in_words(left));
     left == 0s ? each_second_.stop() : each_second_.start(200); // no second is passed over
 }
 

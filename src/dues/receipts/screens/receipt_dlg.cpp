@@ -38,6 +38,7 @@ receipt_dlg::receipt_dlg(const QString& name, const QString& day_caption, client
     note_txt->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     print_lst->on_tick([this] { show_count(); });
     on_click(print_img, [this] { print(); });
+    left_img->setToolTip(QStringLiteral("전에 만든 영수증을 목록에 불러옵니다"));
     on_click(left_img, [this] { take_what_is_left(); });
     failures::guard(c_.say, failures::policy::report, [this] { offer_what_is_left(); });
     connect(close_img, &QPushButton::clicked, this, &receipt_dlg::reject);
@@ -66,7 +67,7 @@ void receipt_dlg::offer_what_is_left()
     if (!left)
         left_img->hide();
     else
-        say_quietly(QStringLiteral("%1에 만든 영수증 %2장이 남아 있습니다. 다시 출력하려면 [남은 영수증]을 누르십시오.")
+        say_quietly(QStringLiteral("%1에 만든 영수증 %2장이 남아 있습니다.")
                         .arg(left->made_at.toString(QStringLiteral("yyyy-MM-dd HH:mm")),
                              with_separators(left->size)));
 }
