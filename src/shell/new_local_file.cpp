@@ -14,6 +14,7 @@ namespace {
 
 const QString confirmation = QStringLiteral("확인");
 
+/// Empty for what the program keeps for itself.
 QString in_words(std::string_view name)
 {
     static const std::pair<std::string_view, QString> words[]{
@@ -22,7 +23,10 @@ QString in_words(std::string_view name)
         {"print_tbl", QStringLiteral("영수증 대기열")},
         {"drafts", QStringLiteral("작성 중이던 내용")},
         {"recent_words", QStringLiteral("최근 검색어")},
-        {"recent_members", QStringLiteral("최근에 연 회원")}};
+        {"recent_members", QStringLiteral("최근에 연 회원")},
+        {"print_made", {}},
+        {"last_login", {}},
+        {"wrong_passwords", {}}};
     const auto found = std::ranges::find(words, name, &std::pair<std::string_view, QString>::first);
     return found == std::end(words) ? QStringLiteral("그 밖의 자료") : found->second;
 }
@@ -56,8 +60,8 @@ void make_new_local_file(client& c)
         return;
     QStringList lines;
     for (const carried_table& each : carried)
-        if (each.rows > 0)
-            lines.append(QStringLiteral("%1 %2건").arg(in_words(each.name), with_separators(each.rows)));
+        if (const QString word = in_words(each.name); each.rows > 0 && !word.isEmpty())
+            lines.append(QStringLiteral("%1 %2건").arg(word, with_separators(each.rows)));
     QString text = QStringLiteral("로컬 파일을 새로 만들었습니다.\n옮긴 자료: %1")
                        .arg(lines.isEmpty() ? QStringLiteral("없음") : lines.join(QStringLiteral(", ")));
     if (carried.empty() || !std::ranges::all_of(carried, &carried_table::is_whole))
