@@ -202,6 +202,11 @@ private Q_SLOTS:
         for (const char* row : {"10,'가'", "10,'나'", "20,'다'", "null,'라'"})
             below.direct("insert into school(code_school,school_name) values (" + std::string{row} + ")");
 
+        const save_act paying{"paying", "회비 입금", nullptr};
+        save_log saves{home + "/orvo.saves", [] { return save_author{"kim", "김담당", test_clock()}; }};
+        saves.end(saves.begin({&paying, kim, {}}), save_end::finished);
+        saves.mark(saves.begin({&paying, lee, {}}), {"line", "입금"});
+
         const outcome found = run_tool(home, "check");
         QCOMPARE(found.code, 0);
         QCOMPARE(
@@ -220,6 +225,7 @@ private Q_SLOTS:
                 "use: 1: 851212******* 2026",
                 "the code 10 of school stands there 2 times: workstations take the first row",
                 "school has 1 row without a code, which no workstation takes",
+                "2026-11-22 10:00, kim: 회비 입금, 851212*******; stored: 입금",
             }));
         QCOMPARE(run_tool(home, "sync-codes").code, 0);
     }
