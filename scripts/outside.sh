@@ -44,4 +44,10 @@ echo
 echo "Saves broken at each statement; lines lost, stalled, timed out; failures at the commit:"
 export QT_QPA_PLATFORM=offscreen
 scripts/with_postgresql.sh ctest --test-dir build -R '^(broken_saves|lost_line|odbc|connection)_test$' || result=1
+
+echo
+echo "What has threads, under the thread sanitizer:"
+scripts/build.sh build-threads -DORVO_SANITIZE_THREADS=ON -- odbc_test write_list_test export_list_test
+TSAN_OPTIONS=halt_on_error=1 scripts/with_postgresql.sh \
+    ctest --test-dir build-threads -R '^(odbc|write_list|export_list)_test$' || result=1
 exit "$result"
