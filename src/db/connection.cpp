@@ -2,6 +2,7 @@
 
 #include "db/driver.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <unordered_map>
 
@@ -64,6 +65,21 @@ struct text_hash {
     using is_transparent = void;
     std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
 };
+
+/// How many of the statements go out together: as many as the engine takes, and no more than a megabyte.
+std::size_t chunk_size(std::span<const connection::query> queries, std::size_t most)
+{
+    constexpr std::size_t most_bytes = 1 << 20;
+    std::size_t count = 0;
+    std::size_t bytes = 0;
+    while (count < std::min(queries.size(), most) && (count == 0 || bytes < most_bytes)) {
+        bytes += queries[count].text.size();
+        for (const values::value& each : queries[count].given)
+            bytes += each.text.size();
+        ++count;
+    }
+    return count;
+}
 
 } // namespace
 
@@ -228,37 +244,37 @@ qint64 connection::run(const ready_statement& text, const values& given, row_sin
     return written;
 }
 
-std::vector<rows> connection::run_together(const query* write, std::initializer_list<query> queries)
+std::vector<rows> connection::run_together(std::span<const query> queries, progress* follow, qint64 so_far)
 {
     std::vector<rows> results(queries.size());
     std::vector<statement_run> runs;
-    const auto add = [&](const query& each, rows* result) {
-        const ready_statement& text = ready(each.text, each.given);
-        runs.push_back({&text, text.bind(each.given), result});
-    };
-    if (write)
-        add(*write, nullptr);
-    for (auto result = results.begin(); const query& each : queries)
-        add(each, &*result++);
-    const qint64 none = 0;
-    persist(*runs.front().text, nullptr, none,
+    for (std::size_t i = 0; i < queries.size(); ++i) {
+        const ready_statement& text = ready(queries[i].text, queries[i].given);
+        runs.push_back({&text, text.bind(queries[i].given), &results[i]});
+    }
+    persist(*runs.front().text, follow, so_far,
             [&](const driver::tick& waiting) { way_->run_together(runs, waiting); });
     return results;
 }
 
 std::vector<rows> connection::read_together(std::initializer_list<query> queries)
 {
-    return run_together(nullptr, queries);
+    return run_together({queries.begin(), queries.end()}, nullptr, 0);
 }
 
-std::vector<rows> connection::write_and_read_together(const query& write,
-                                                      std::initializer_list<query> queries)
+void connection::read_many(std::span<const query> queries,
+                           const std::function<void(std::size_t place, rows found)>& take, progress* follow)
 {
-    if (way_->has_pipeline())
-        return run_together(&write, queries);
-    // Apart: a line that breaks in the reads then leaves no doubt of the write.
-    this->write(write.text, write.given);
-    return read_together(queries);
+    qint64 so_far = 0;
+    for (std::size_t begin = 0; begin < queries.size();) {
+        const std::size_t count = chunk_size(queries.subspan(begin), way_->most_together());
+        std::vector<rows> found = run_together(queries.subspan(begin, count), follow, so_far);
+        for (std::size_t i = 0; i < count; ++i) {
+            so_far += static_cast<qint64>(found[i].size());
+            take(begin + i, std::move(found[i]));
+        }
+        begin += count;
+    }
 }
 
 rows connection::read(std::string_view text, const values& given)

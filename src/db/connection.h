@@ -9,6 +9,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string_view>
 
 namespace orvo {
@@ -84,9 +85,11 @@ public:
     /// Reads that do not depend on each other, in their order: they go out together where the engine can, and
     /// cost one wait. Either all are answered or none.
     std::vector<rows> read_together(std::initializer_list<query> queries);
-    /// The same behind a write, which must not come twice: where the engine can, all go out together. There a
-    /// read that fails undoes the write; elsewhere the write stays.
-    std::vector<rows> write_and_read_together(const query& write, std::initializer_list<query> queries);
+    /// The same for however many: they go out in chunks, each at the price of one wait where the engine can.
+    /// `take` gets the rows of each, in order; the progress hears how many rows there were. A chunk whose line
+    /// was lost begins anew. Throws failure_kind::cancelled where the progress said so.
+    void read_many(std::span<const query> queries, const std::function<void(std::size_t place, rows found)>& take,
+                   progress* follow = nullptr);
     /// Row by row, for results that can be large. Ends early where the sink or the progress says so; throws
     /// failure_kind::cancelled where it was the progress.
     void read_each(std::string_view text, const values& given, row_sink& sink, progress* follow = nullptr);
@@ -119,7 +122,7 @@ private:
                  const std::function<void(const std::function<bool()>& waiting)>& act);
     qint64 run(const ready_statement& text, const values& given, row_sink* sink, progress* follow,
                bool large);
-    std::vector<rows> run_together(const query* write, std::initializer_list<query> queries);
+    std::vector<rows> run_together(std::span<const query> queries, progress* follow, qint64 so_far);
     void ask_and_reopen(const db_failure& lost);
 };
 

@@ -60,14 +60,15 @@ public:
     /// False while the statement under way waits for another program that holds the file: nothing of it is done
     /// yet, so that even a write can be ended.
     virtual bool has_begun() const { return true; }
-    /// Whether run_together costs one wait.
-    virtual bool has_pipeline() const { return false; }
-    /// Statements that do not depend on each other's rows, in their order. A failure names the one that
-    /// failed.
+    /// How many statements run_together takes at the most.
+    virtual std::size_t most_together() const { return 500; }
+    /// Reads that do not depend on each other's rows, in their order. A failure names the one that failed.
     virtual void run_together(std::span<const statement_run> all, const tick& waiting)
     {
         for (const statement_run& each : all)
             try {
+                if (!waiting())
+                    throw db_failure{failure_kind::cancelled, QStringLiteral("cancelled")};
                 run(*each.text, each.bound, each.sink, each.large, waiting);
             } catch (db_failure& failure) {
                 failure.name(QString::fromStdString(each.text->text));

@@ -31,6 +31,8 @@ public:
     void close() override { line_.close(); }
     qint64 run(const ready_statement& text, const std::vector<bound_value>& bound, row_sink* sink, bool large,
                const tick& waiting) override;
+    std::size_t most_together() const override { return 100; }
+    void run_together(std::span<const statement_run> all, const tick& waiting) override;
     void direct(const std::string& sql) override;
     void load(std::string_view table, const std::vector<std::string_view>& columns,
               const std::function<bool(std::vector<cell>&)>& next) override;
@@ -92,6 +94,38 @@ qint64 odbc_driver::run(const ready_statement& text, const std::vector<bound_val
     }
     let_go();
     return 0;
+}
+
+/// One batch, each text in it as it stands. Whether one that fails ends the batch is the server's affair: what
+/// comes behind the first failure is not looked at.
+void odbc_driver::run_together(std::span<const statement_run> all, const tick& waiting)
+{
+    std::string batch;
+    for (const statement_run& each : all)
+        batch.append(batch.empty() ? "" : ";").append(each.text->filled(each.bound));
+    const auto answer = std::make_shared<odbc_result>(true);
+    std::size_t at = 0;
+    try {
+        line_.beside([answer, batch](odbc_handles& on) { answer->begin(on, batch); }, waiting);
+        while (!answer->is_over()) {
+            if (at == all.size())
+                throw db_failure{failure_kind::other, QStringLiteral("more results than reads")};
+            answer->hand_on(*all[at].sink);
+            at += answer->ends_a_read();
+            if (!waiting())
+                throw db_failure{failure_kind::cancelled, QStringLiteral("cancelled")};
+            line_.beside([answer](odbc_handles& on) { answer->next(on); }, waiting);
+        }
+        if (at != all.size())
+            throw db_failure{failure_kind::other, QStringLiteral("fewer results than reads")};
+        answered_ = steady_clock::now();
+    } catch (const line_break&) {
+        throw;
+    } catch (db_failure& failure) {
+        failure.name(QString::fromStdString(all[std::min(at, all.size() - 1)].text->text));
+        let_go();
+        throw;
+    }
 }
 
 /// Leaves the rest of a result with the server. A line that is not free at once is closed.

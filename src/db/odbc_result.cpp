@@ -56,6 +56,17 @@ void odbc_result::begin(odbc_handles& on, const std::string& sql)
 void odbc_result::next(odbc_handles& on)
 {
     try {
+        fields_.clear();
+        bytes_.clear();
+        if (std::exchange(set_over_, false)) {
+            const SQLRETURN more = SQLMoreResults(on.statement);
+            if (more == SQL_NO_DATA)
+                return end(on);
+            names_.clear();
+            reads_.clear();
+            begun_ = false;
+            go_to_rows(on, more);
+        }
         read_rows(on);
     } catch (...) {
         let_go(on);
@@ -110,6 +121,10 @@ void odbc_result::read_rows(odbc_handles& on)
     bytes_.clear();
     for (std::size_t row = 0; !over_ && row < rows_at_a_time; ++row) {
         const SQLRETURN result = SQLFetch(on.statement);
+        if (result == SQL_NO_DATA && is_batch_) {
+            set_over_ = true;
+            return;
+        }
         if (result == SQL_NO_DATA) {
             const SQLRETURN more = SQLMoreResults(on.statement);
             return more == SQL_NO_DATA ? end(on) : go_to_rows(on, more);

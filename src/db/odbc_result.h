@@ -8,10 +8,13 @@
 
 namespace orvo {
 
-/// What one text brings: rows, some at a time, and the number of rows written. Whoever begins it reads it to
+/// What one text brings: rows, some at a time, and the number of rows written. A batch of reads brings the rows
+/// of one after the other's. Whoever begins it reads it to
 /// its end or lets go of it; every call that throws has let go.
 class odbc_result {
 public:
+    explicit odbc_result(bool is_batch = false) : is_batch_{is_batch} {}
+
     /// Has the text carried out, and reads the first rows.
     void begin(odbc_handles& on, const std::string& sql);
     /// Reads the next rows in place of those before.
@@ -19,6 +22,8 @@ public:
     static void let_go(odbc_handles& on) { SQLFreeStmt(on.statement, SQL_CLOSE); }
 
     bool is_over() const { return over_; }
+    /// Whether what was read last ends the rows of one read of a batch.
+    bool ends_a_read() const { return set_over_; }
     qint64 written() const { return written_; }
     /// Hands on what was read last. False where the sink wants no more.
     bool hand_on(row_sink& sink);
@@ -37,6 +42,8 @@ private:
     std::u16string wide_;
     std::vector<char16_t> piece_;
     qint64 written_ = 0;
+    bool is_batch_;
+    bool set_over_ = false;
     bool over_ = false;
     bool begun_ = false;
 

@@ -44,7 +44,6 @@ public:
     void close() override;
     qint64 run(const ready_statement& text, const std::vector<bound_value>& bound, row_sink* sink, bool large,
                const tick& waiting) override;
-    bool has_pipeline() const override { return true; }
     void run_together(std::span<const statement_run> all, const tick& waiting) override
     {
         run_in_one_wait(line_, prepared_, all, waiting);

@@ -184,10 +184,6 @@ private Q_SLOTS:
             {"23503", [&] { db.write(insert); }}, // which is prepared now
             {"23503",
              [&] {
-                 db.write_and_read_together({insert}, {{"select * from strict"}, {"select * from job_line"}});
-             }},
-            {"23503",
-             [&] {
                  const std::array seven{cell::of(std::int64_t{7})};
                  db.repeat("insert into strict (code_bran) values ('{code}')")(seven);
              }},

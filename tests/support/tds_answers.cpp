@@ -116,13 +116,13 @@ public:
         return line_.put(bytes_);
     }
 
-    void end()
+    void end(bool more_to_come)
     {
         if (line_.is_interrupted())
             return;
         if (columns_.empty())
             send_columns(std::vector<cell>(names_.size()));
-        line_.put(done_token(done_with_count, rows_));
+        line_.put(done_token(done_with_count | (more_to_come ? done_with_more : 0), rows_));
     }
 
 private:
@@ -279,13 +279,24 @@ void tds_answers::run(const QString& batch)
         QString asked = batch;
         for (const auto& [theirs, ours] : catalogues)
             asked.replace(theirs, ours);
-        return run_statement(with_slots(asked));
+        return run_statements(statements_of(asked));
     }
     }
     line_.put(done_token(done_plainly));
 }
 
-void tds_answers::run_statement(const std::vector<slotted_batch>& rows)
+/// Reads may come several in a batch, and end with the first that fails; a write stands alone.
+void tds_answers::run_statements(const QStringList& statements)
+{
+    for (qsizetype at = 0; at < statements.size(); ++at) {
+        const auto rows = with_slots(statements[at]);
+        if (statements.size() > 1 && statement_text{rows.front().text}.what() != verb::select)
+            throw syntax_error(QStringLiteral(";"));
+        run_statement(rows, at + 1 < statements.size());
+    }
+}
+
+void tds_answers::run_statement(const std::vector<slotted_batch>& rows, bool more_to_come)
 {
     const slotted_batch& first = rows.front();
     const statement_text statement{first.text};
@@ -293,7 +304,7 @@ void tds_answers::run_statement(const std::vector<slotted_batch>& rows)
     case verb::select: {
         row_writer writer{line_, rows_left_, statement, foreign_types_of(base_, statement)};
         base_.read_each(first.text, first.given, writer);
-        return writer.end();
+        return writer.end(more_to_come);
     }
     case verb::other:
         throw syntax_error(QString::fromStdString(first.text).section(u' ', 0, 0));

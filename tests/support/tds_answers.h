@@ -29,7 +29,8 @@ private:
 
     void or_answer_failure(const std::function<void()>& act);
     void run(const QString& batch);
-    void run_statement(const std::vector<slotted_batch>& rows);
+    void run_statements(const QStringList& statements);
+    void run_statement(const std::vector<slotted_batch>& rows, bool more_to_come);
     qint64 write(const std::vector<slotted_batch>& rows);
     void begin();
     void end_transaction(bool commits);

@@ -150,6 +150,23 @@ batch_kind kind_of_batch(QStringView batch)
     return batch_kind::statement;
 }
 
+QStringList statements_of(const QString& batch)
+{
+    QStringList all;
+    bool is_literal = false;
+    qsizetype begin = 0;
+    for (qsizetype at = 0; at < batch.size(); ++at) {
+        is_literal = is_literal != (batch[at] == u'\'');
+        if (batch[at] == u';' && !is_literal) {
+            all.append(batch.mid(begin, at - begin));
+            begin = at + 1;
+        }
+    }
+    if (!batch.mid(begin).trimmed().isEmpty() || all.empty())
+        all.append(batch.mid(begin));
+    return all;
+}
+
 std::vector<slotted_batch> with_slots(const QString& batch)
 {
     return slotter{batch}.write();

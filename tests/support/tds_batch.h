@@ -20,8 +20,11 @@ struct slotted_batch {
     values given;
 };
 
+/// The statements of a batch, which semicolons part.
+QStringList statements_of(const QString& batch);
+
 /// One statement; of an insert of several rows one for each. Throws tds_error on a literal that does not end,
-/// and on what no statement of the client has outside its literals: a comment, a second statement.
+/// and on what no statement of the client has outside its literals: a comment, a semicolon.
 std::vector<slotted_batch> with_slots(const QString& batch);
 
 /// A definition of tables in the words of the embedded engine, whose strict tables refuse types that are not

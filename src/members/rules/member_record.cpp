@@ -102,13 +102,10 @@ member_records open_records(connection& db, const QString& pers_no)
 {
     const values member{{"selected_pers_no", pers_no}};
     const auto login = ask(db, web_identity_of(pers_no));
-    const std::initializer_list<connection::query> panels{
-        {pledge_text, member}, {instalments_text, member}, {years_text, member}, {workplaces_text, member}};
-    const std::vector<rows> found =
-        login ? db.read_together(panels)
-              : db.write_and_read_together(
-                    {"insert into id_tbl(pers_no,id,passwd) values ('{selected_pers_no}','','')", member},
-                    panels);
+    if (!login)
+        db.write("insert into id_tbl(pers_no,id,passwd) values ('{selected_pers_no}','','')", member);
+    const std::vector<rows> found = db.read_together(
+        {{pledge_text, member}, {instalments_text, member}, {years_text, member}, {workplaces_text, member}});
     return {login.value_or(web_identity{}), pledge_of(found[0], found[1]), years_of(found[2]),
             workplaces_of(found[3])};
 }

@@ -2,8 +2,6 @@
 
 #include "client/branches.h"
 
-#include <QElapsedTimer>
-
 namespace orvo {
 
 namespace {
@@ -45,47 +43,41 @@ QString gapped(const QString& day)
     return day.mid(0, 4) + QStringLiteral("    ") + day.mid(4, 2) + QStringLiteral("   ") + day.mid(6, 2);
 }
 
+/// What brings the payments, a query a member, and whether they go to the workplace.
+struct wanted_payments {
+    std::vector<connection::query> asked;
+    std::vector<bool> to_workplace;
+};
+
+/// A member whose mail is stopped gets no receipt; neither does one without a primary workplace who wants it
+/// there, or whose branch or kind has no row: the joins drop them, and nobody is told.
+wanted_payments payments_of(const rows& members, std::string_view mail_column, const payment_texts& texts)
+{
+    wanted_payments all;
+    for (const auto row : members) {
+        const QString place = row.text(mail_column);
+        const bool to_workplace = place == QStringLiteral("직장");
+        if (!to_workplace && place != QStringLiteral("자택"))
+            continue;
+        values given = texts.given;
+        given.add({"pers_no", row.text("pers_no")});
+        all.asked.push_back({to_workplace ? texts.workplace : texts.home, std::move(given)});
+        all.to_workplace.push_back(to_workplace);
+    }
+    return all;
+}
+
 /// One search on its way into the queue.
 class filling {
 public:
-    filling(connection& db, connection& local, const payment_texts& texts, progress* follow,
-            const queue_maker& by, const QDateTime& now)
-        : db_{db}, texts_{texts}, follow_{follow}, all_or_nothing_{local}, queue_{local, by, now}
+    filling(connection& local, const queue_maker& by, const QDateTime& now)
+        : all_or_nothing_{local}, queue_{local, by, now}
     {
-        since_.start();
     }
 
-    /// A member whose mail is stopped gets no receipt; neither does one without a primary workplace who wants
-    /// it there, or whose branch or kind has no row: the joins drop them, and nobody is told.
-    void add_member(const QString& pers_no, const QString& get_mail_place)
+    void add(const rows& payments, bool to_workplace)
     {
-        if (get_mail_place == QStringLiteral("자택"))
-            add_payments(pers_no, texts_.home, false);
-        else if (get_mail_place == QStringLiteral("직장"))
-            add_payments(pers_no, texts_.workplace, true);
-        look_up();
-    }
-
-    listed_receipts finish()
-    {
-        all_or_nothing_.commit();
-        return std::move(listed_);
-    }
-
-private:
-    connection& db_;
-    const payment_texts& texts_;
-    progress* follow_;
-    transaction all_or_nothing_; // the queue is the workstation's own
-    receipt_queue queue_;
-    listed_receipts listed_;
-    QElapsedTimer since_;
-
-    void add_payments(const QString& pers_no, const std::string& text, bool to_workplace)
-    {
-        values given = texts_.given;
-        given.add({"pers_no", pers_no});
-        for (const auto row : db_.read(text, given)) {
+        for (const auto row : payments) {
             QString day = row.text("pers_mem_day");
             if (day.isEmpty())
                 day = row.text("pers_mem_b_day");
@@ -110,14 +102,16 @@ private:
         }
     }
 
-    void look_up()
+    listed_receipts finish()
     {
-        if (!follow_ || since_.elapsed() < 33)
-            return;
-        since_.restart();
-        if (!follow_->go_on(static_cast<qint64>(listed_.size())))
-            throw db_failure{failure_kind::cancelled, QStringLiteral("취소했습니다.")};
+        all_or_nothing_.commit();
+        return std::move(listed_);
     }
+
+private:
+    transaction all_or_nothing_; // the queue is the workstation's own
+    receipt_queue queue_;
+    listed_receipts listed_;
 };
 
 std::optional<listed_receipts> fill_queue(connection& db, connection& local, const statement& members,
@@ -130,9 +124,11 @@ std::optional<listed_receipts> fill_queue(connection& db, connection& local, con
     if (found.empty())
         return {};
     found_some();
-    filling queue{db, local, texts, follow, by, now};
-    for (const auto row : found)
-        queue.add_member(row.text("pers_no"), row.text(mail_column));
+    const wanted_payments wanted = payments_of(found, mail_column, texts);
+    filling queue{local, by, now};
+    db.read_many(
+        wanted.asked,
+        [&](std::size_t place, const rows& payments) { queue.add(payments, wanted.to_workplace[place]); }, follow);
     return queue.finish();
 }
 
@@ -166,8 +162,7 @@ std::optional<listed_receipts> queue_receipts(connection& db, connection& local,
 }
 
 /// A member with several payments in the period is found once for each of them, and each time gets all of
-/// them: two payments are four receipts, three are nine. That is how the association's runs have always come
-/// out, and the sheets are counted by it; a run with each payment once would pass for an incomplete one.
+/// them: two payments are four receipts, three are nine. As in use; must not change.
 std::optional<listed_receipts> queue_receipts(connection& db, connection& local,
                                               const period_receipts& wanted, const searcher& by, progress* follow,
                                               const std::function<void()>& found_some)
