@@ -22,9 +22,9 @@
 using namespace orvo;
 
 /// Usage: bench_killed_saves --home FOLDER --times N
-/// Lets a client without windows save on the register of that folder and kills it, at any moment, that often; each time
-/// the next start finishes what its notes tell. Then holds the register against what the clients told as stored, and
-/// prints a row of a table. Ends with 1 where something is lost, doubled or half done.
+/// Lets a client without windows save on the register of that folder and kills it, at any moment, that often;
+/// each time the next start finishes what its notes tell. Then holds the register against what the clients
+/// told as stored, and prints a row of a table. Ends with 1 where something is lost, doubled or half done.
 
 namespace {
 
@@ -43,9 +43,10 @@ constexpr const save_act* acts[]{&registration_act, &member_changed, &member_del
 
 /// A client at its start.
 struct workstation {
-    explicit workstation(const program_folder& folder) : c{folder, read_server_address(folder), say, [] {
-                                                               return QDateTime{QDate{2026, 1, 31}, QTime{10, 0}};
-                                                           }}
+    explicit workstation(const program_folder& folder)
+        : c{folder, read_server_address(folder), say, [] {
+                return QDateTime{QDate{2026, 1, 31}, QTime{10, 0}};
+            }}
     {
         c.session_id = QStringLiteral("kim");
         c.session_branch = QStringLiteral("0");
@@ -70,7 +71,8 @@ public:
 
     void save_something()
     {
-        const QString pers_no = members_[static_cast<qsizetype>(chance_() % static_cast<unsigned>(members_.size()))];
+        const QString pers_no =
+            members_[static_cast<qsizetype>(chance_() % static_cast<unsigned>(members_.size()))];
         switch (chance_() % 5) {
         case 0:
             return register_another();
@@ -102,10 +104,7 @@ private:
         c_.begin(std::move(what)).carry_out();
         std::puts(qPrintable("stored " + told));
     }
-    QString another_number()
-    {
-        return QStringLiteral("%1").arg(++serial_ + 9'900'000'000'000);
-    }
+    QString another_number() { return QStringLiteral("%1").arg(++serial_ + 9'900'000'000'000); }
     void pay(const QString& pers_no)
     {
         const std::vector<panel_row> years = dues_years(c_.db_conn, pers_no);
@@ -224,8 +223,9 @@ std::vector<unsettled_year> unsettled_years(connection& db)
 void settle_all(connection& db)
 {
     for (const unsettled_year& each : unsettled_years(db))
-        db.write("update dues_h_tbl set yet_money='{balance}' where pers_no='{pers_no}' and val_year='{val_year}'",
-                 {{"balance", each.balance}, {"pers_no", each.pers_no}, {"val_year", each.val_year}});
+        db.write(
+            "update dues_h_tbl set yet_money='{balance}' where pers_no='{pers_no}' and val_year='{val_year}'",
+            {{"balance", each.balance}, {"pers_no", each.pers_no}, {"val_year", each.val_year}});
 }
 
 /// What is wrong with the register by what was told.
@@ -266,7 +266,8 @@ int main(int argc, char** argv)
 {
     const QCoreApplication app{argc, argv};
     QCommandLineParser line;
-    line.addOption({QStringLiteral("home"), QStringLiteral("A program folder with a filled register."), "folder"});
+    line.addOption(
+        {QStringLiteral("home"), QStringLiteral("A program folder with a filled register."), "folder"});
     line.addOption({QStringLiteral("times"), QStringLiteral("How often to kill."), "n", "100"});
     line.process(app);
     const program_folder folder = open_program_folder(line.value(QStringLiteral("home")));
@@ -296,8 +297,9 @@ int main(int argc, char** argv)
         QStringList faults = faults_of(last.c.db_conn, all);
         for (const save_note& each : last.c.saves.unfinished())
             faults.append("unfinished: " + each.act);
-        std::printf("| %s | %d | %d | %lld | %lld |\n", qPrintable(in_words(last.c.server)), times, all.died_in_a_save,
-                    static_cast<long long>(all.stored.size()), static_cast<long long>(faults.size()));
+        std::printf("| %s | %d | %d | %lld | %lld |\n", qPrintable(in_words(last.c.server)), times,
+                    all.died_in_a_save, static_cast<long long>(all.stored.size()),
+                    static_cast<long long>(faults.size()));
         for (const QString& each : faults.mid(0, 20))
             std::fprintf(stderr, "%s\n", qPrintable(each));
         return faults.isEmpty() ? 0 : 1;

@@ -153,7 +153,8 @@ void print_beside_floor(const std::string& engine, const char* what, const std::
     const double found = median(client.at(0)), least = median(floor.at(0));
     print_row(caption + ", " + engine, spread(client.at(0), "ms"), spread(floor.at(0), "ms"),
               text("%.2f", found / least),
-              text("%.1f times", most) + (more > 0 ? text(" and %.1f ms", more) : ""), found <= most * least + more);
+              text("%.1f times", most) + (more > 0 ? text(" and %.1f ms", more) : ""),
+              found <= most * least + more);
 }
 
 void print_peak(const std::string& engine)

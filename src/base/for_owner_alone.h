@@ -2,8 +2,8 @@
 
 namespace orvo {
 
-/// While one lives, what this process makes on the disk is for its user alone from the first moment on. Rights
-/// that are taken away afterwards are taken too late: somebody may have opened the file meanwhile.
+/// While one lives, what this process makes on the disk is for its user alone from the first moment on.
+/// Rights that are taken away afterwards are taken too late: somebody may have opened the file meanwhile.
 class for_owner_alone {
 public:
     for_owner_alone();

@@ -47,11 +47,14 @@ std::optional<save> client::take_up(const save_note& note, std::span<const save_
     return std::optional<save>{std::in_place, std::move(*plan), db_conn, local_conn, saves, note};
 }
 
-std::optional<save> client::broken_save_of(const QString& pers_no, std::initializer_list<const save_act*> acts)
+std::optional<save> client::broken_save_of(const QString& pers_no,
+                                           std::initializer_list<const save_act*> acts)
 {
     for (const save_note& each : saves.unfinished()) {
-        const std::string* renamed = each.given.find("pers_no"); // a change of number has left records under both
-        const bool is_his = each.pers_no == pers_no || (renamed && QString::fromStdString(*renamed) == pers_no);
+        const std::string* renamed =
+            each.given.find("pers_no"); // a change of number has left records under both
+        const bool is_his =
+            each.pers_no == pers_no || (renamed && QString::fromStdString(*renamed) == pers_no);
         if (!is_his || !may_finish(each))
             continue;
         if (auto begun = take_up(each, {acts.begin(), acts.end()}))

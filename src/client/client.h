@@ -39,7 +39,8 @@ public:
     /// The operator's own save of one of these acts that broke for that member; nothing where there is none.
     /// Head office takes up those of others too.
     std::optional<save> broken_save_of(const QString& pers_no, std::initializer_list<const save_act*> acts);
-    /// What a save of that member left unfinished is overtaken by one that came to its end under the same number.
+    /// What a save of that member left unfinished is overtaken by one that came to its end under the same
+    /// number.
     void give_up_saves_behind(const QString& pers_no, const save_act& act);
     /// A noted save of one of these acts, to be finished; nothing where it is none of them.
     std::optional<save> take_up(const save_note& note, std::span<const save_act* const> acts);

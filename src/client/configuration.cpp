@@ -102,8 +102,8 @@ std::vector<weakness> weaknesses_of(const program_folder& folder)
     const QFileInfo file{folder.file(QStringLiteral("conf/") + connection_file)};
 #ifdef Q_OS_UNIX
     // An administrator's own file is handed to its users by its group.
-    const auto of_others =
-        file.ownerId() == ::getuid() ? QFile::ReadGroup | QFile::ReadOther : QFile::Permissions{QFile::ReadOther};
+    const auto of_others = file.ownerId() == ::getuid() ? QFile::ReadGroup | QFile::ReadOther
+                                                        : QFile::Permissions{QFile::ReadOther};
     if (file.permissions() & of_others)
         found.push_back(weakness::readable_by_others);
 #endif

@@ -19,7 +19,7 @@ server_address read_server_address(const program_folder& folder);
 /// What a configuration leaves open that it should not.
 enum class weakness {
     readable_by_others, ///< the file holds the server's password
-    no_tls              ///< of a server: nothing is said, so that a line in clear is taken where it is offered
+    no_tls ///< of a server: nothing is said, so that a line in clear is taken where it is offered
 };
 std::vector<weakness> weaknesses_of(const program_folder& folder);
 

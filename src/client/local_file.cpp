@@ -58,8 +58,9 @@ std::map<std::string, standing_table, std::less<>> standing_tables(connection& l
 {
     std::map<std::string, standing_table, std::less<>> all;
     std::map<std::string, std::map<qint64, std::string>> keys;
-    for (const auto row : local.read("select m.name as of_table,p.name as field,p.pk as place "
-                                     "from sqlite_master m,pragma_table_info(m.name) p where m.type='table'")) {
+    for (const auto row :
+         local.read("select m.name as of_table,p.name as field,p.pk as place "
+                    "from sqlite_master m,pragma_table_info(m.name) p where m.type='table'")) {
         const std::string name = row.text("of_table").toLower().toStdString();
         all[name].columns.push_back(row.text("field").toLower().toStdString());
         if (row.number("place") > 0)

@@ -30,8 +30,8 @@ struct carried_table {
 };
 
 /// Makes the local file anew and opens it. The code tables come from the open register; what is kept nowhere
-/// else (postal codes, drafts, what is queued) from the earlier file, as far as its rows can be read. That one
-/// is kept beside it. Throws db_failure; then the file that was there stays in use.
+/// else (postal codes, drafts, what is queued) from the earlier file, as far as its rows can be read. That
+/// one is kept beside it. Throws db_failure; then the file that was there stays in use.
 std::vector<carried_table> remake_local_file(client& c);
 
 } // namespace orvo

@@ -4,8 +4,8 @@
 
 namespace orvo {
 
-/// While it stands, reads on that connection are worth no question and no long wait: without a line, or behind
-/// a slow one, they fail.
+/// While it stands, reads on that connection are worth no question and no long wait: without a line, or
+/// behind a slow one, they fail.
 class quick_glance : public line_watch {
 public:
     explicit quick_glance(connection& on) : on_{on}, before_{on.watch()} { on_.set_watch(this); }

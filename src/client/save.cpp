@@ -31,7 +31,8 @@ void save::carry_out()
     try {
         plan_.act->steps(*this);
     } catch (const db_failure&) {
-        if (is_noted_ && !was_begun_earlier_ && !is_begun()) { // nothing came of it: the next try is another save
+        if (is_noted_ && !was_begun_earlier_ &&
+            !is_begun()) { // nothing came of it: the next try is another save
             log_->end(note_, save_end::nothing_stored);
             is_noted_ = false;
         }
@@ -155,8 +156,10 @@ QString save::objection()
     if (found.empty())
         return {};
     const auto fields = changes->fields();
-    const bool is_old = holds(found.front(), fields, [this](const auto& of) { return plan_.before.find(of.column); });
-    const bool is_new = holds(found.front(), fields, [this](const auto& of) { return plan_.given.find(of.slot); });
+    const bool is_old =
+        holds(found.front(), fields, [this](const auto& of) { return plan_.before.find(of.column); });
+    const bool is_new =
+        holds(found.front(), fields, [this](const auto& of) { return plan_.given.find(of.slot); });
     return is_old || is_new ? QString{} : QStringLiteral("그 사이에 다른 곳에서 같은 내용을 고쳤습니다.");
 }
 

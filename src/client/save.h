@@ -32,9 +32,9 @@ struct changed_record {
 
 /// What a save does, in its order.
 struct save_act {
-    const char* name;      ///< in notes; must not change
-    const char* words;     ///< to the operator
-    void (*steps)(save&);  ///< from the first, at each try
+    const char* name;     ///< in notes; must not change
+    const char* words;    ///< to the operator
+    void (*steps)(save&); ///< from the first, at each try
     const changed_record* changes = nullptr;
     /// Why a save that was begun earlier must not be finished on the register as it is now, beside what
     /// `changes` tells of the first step; empty where it may.
@@ -133,7 +133,8 @@ private:
     QString doubtful_;
     QSet<QString> passed_; ///< in this try
 
-    std::vector<rows> read_together(const save_step& for_what, std::initializer_list<connection::query> queries);
+    std::vector<rows> read_together(const save_step& for_what,
+                                    std::initializer_list<connection::query> queries);
     void run(const save_step& step, connection& on, std::string_view text, const values& more,
              const lookalikes_of_row* alike);
     void begin_note();

@@ -113,8 +113,10 @@ bool save_log::append(const QByteArray& line, bool to_the_disk)
 {
     if (file_ < 0)
         file_ = ::open(QFile::encodeName(path_).constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
-    const bool is_written = file_ >= 0 && ::write(file_, line.constData(), static_cast<std::size_t>(line.size())) == line.size() &&
-                            (!to_the_disk || ::fdatasync(file_) == 0);
+    const bool is_written =
+        file_ >= 0 &&
+        ::write(file_, line.constData(), static_cast<std::size_t>(line.size())) == line.size() &&
+        (!to_the_disk || ::fdatasync(file_) == 0);
     if (!is_written && !std::exchange(has_failed_, true) && on_failure)
         on_failure(QString::fromLocal8Bit(std::strerror(errno)));
     return is_written;
@@ -189,8 +191,9 @@ void save_log::tidy(QDate today)
     const int made = ::open(beside.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     if (made < 0)
         return;
-    const bool is_whole = ::write(made, kept.constData(), static_cast<std::size_t>(kept.size())) == kept.size() &&
-                          ::fsync(made) == 0;
+    const bool is_whole =
+        ::write(made, kept.constData(), static_cast<std::size_t>(kept.size())) == kept.size() &&
+        ::fsync(made) == 0;
     ::close(made);
     if (!is_whole || std::rename(beside.constData(), QFile::encodeName(path_).constData()) != 0)
         ::unlink(beside.constData());

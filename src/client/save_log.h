@@ -41,12 +41,15 @@ struct save_author {
 };
 
 /// The notes of this workstation's saves: the file `orvo.saves` beside the local file, a line an entry, which
-/// only its owner can read. A save is noted on the disk before its first step, so that one that the program or
-/// the machine died in is known at the next start. Web passwords are kept in memory alone. Where the file
+/// only its owner can read. A save is noted on the disk before its first step, so that one that the program
+/// or the machine died in is known at the next start. Web passwords are kept in memory alone. Where the file
 /// cannot be written, saves go on without notes, and `on_failure` hears of it once.
 class save_log {
 public:
-    save_log(QString path, std::function<save_author()> author) : path_{std::move(path)}, author_{std::move(author)} {}
+    save_log(QString path, std::function<save_author()> author)
+        : path_{std::move(path)}, author_{std::move(author)}
+    {
+    }
     ~save_log();
     save_log(const save_log&) = delete;
     save_log& operator=(const save_log&) = delete;

@@ -184,8 +184,8 @@ void connection::persist(const ready_statement& first, progress* follow, const q
     const busy_guard guard{busy_, watch_};
     const QString name = QString::fromStdString(first.text);
     const bool is_read = first.what == verb::select;
-    // What is sent without an answer may be stored, whatever comes of the tries behind it. A transaction whose
-    // line is gone is undone.
+    // What is sent without an answer may be stored, whatever comes of the tries behind it. A transaction
+    // whose line is gone is undone.
     const bool can_be_in_doubt = !is_read && !known_->in_transaction;
     bool in_doubt = false;
     while (true) {

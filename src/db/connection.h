@@ -86,9 +86,10 @@ public:
     /// cost one wait. Either all are answered or none.
     std::vector<rows> read_together(std::initializer_list<query> queries);
     /// The same for however many: they go out in chunks, each at the price of one wait where the engine can.
-    /// `take` gets the rows of each, in order; the progress hears how many rows there were. A chunk whose line
-    /// was lost begins anew. Throws failure_kind::cancelled where the progress said so.
-    void read_many(std::span<const query> queries, const std::function<void(std::size_t place, rows found)>& take,
+    /// `take` gets the rows of each, in order; the progress hears how many rows there were. A chunk whose
+    /// line was lost begins anew. Throws failure_kind::cancelled where the progress said so.
+    void read_many(std::span<const query> queries,
+                   const std::function<void(std::size_t place, rows found)>& take,
                    progress* follow = nullptr);
     /// Row by row, for results that can be large. Ends early where the sink or the progress says so; throws
     /// failure_kind::cancelled where it was the progress.

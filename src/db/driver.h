@@ -57,8 +57,8 @@ public:
     /// fetches row by row. Throws failure_kind::cancelled where the tick ended it.
     virtual qint64 run(const ready_statement& statement, const std::vector<bound_value>& bound,
                        row_sink* sink, bool large, const tick& waiting) = 0;
-    /// False while the statement under way waits for another program that holds the file: nothing of it is done
-    /// yet, so that even a write can be ended.
+    /// False while the statement under way waits for another program that holds the file: nothing of it is
+    /// done yet, so that even a write can be ended.
     virtual bool has_begun() const { return true; }
     /// How many statements run_together takes at the most.
     virtual std::size_t most_together() const { return 500; }
@@ -94,8 +94,8 @@ public:
                       const std::function<bool(std::vector<cell>&)>& next) = 0;
 };
 
-/// Has something written that no watch waits for. A line that breaks is closed: what is behind a stall must not
-/// meet the answer that is still to come.
+/// Has something written that no watch waits for. A line that breaks is closed: what is behind a stall must
+/// not meet the answer that is still to come.
 template <typename act>
 void write_past_the_watch(driver& way, act&& sent)
 {

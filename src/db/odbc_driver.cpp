@@ -96,8 +96,8 @@ qint64 odbc_driver::run(const ready_statement& text, const std::vector<bound_val
     return 0;
 }
 
-/// One batch, each text in it as it stands. Whether one that fails ends the batch is the server's affair: what
-/// comes behind the first failure is not looked at.
+/// One batch, each text in it as it stands. Whether one that fails ends the batch is the server's affair:
+/// what comes behind the first failure is not looked at.
 void odbc_driver::run_together(std::span<const statement_run> all, const tick& waiting)
 {
     std::string batch;

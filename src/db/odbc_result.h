@@ -8,9 +8,9 @@
 
 namespace orvo {
 
-/// What one text brings: rows, some at a time, and the number of rows written. A batch of reads brings the rows
-/// of one after the other's. Whoever begins it reads it to
-/// its end or lets go of it; every call that throws has let go.
+/// What one text brings: rows, some at a time, and the number of rows written. A batch of reads brings the
+/// rows of one after the other's. Whoever begins it reads it to its end or lets go of it; every call that
+/// throws has let go.
 class odbc_result {
 public:
     explicit odbc_result(bool is_batch = false) : is_batch_{is_batch} {}

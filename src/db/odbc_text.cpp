@@ -15,8 +15,8 @@ struct driver_in_use {
         : name{server.driver.isEmpty() ? QStringLiteral("FreeTDS") : server.driver},
           is_freetds{name.contains(QLatin1String("tds"), Qt::CaseInsensitive)},
           has_instance{server.host.contains(u'\\') && !server.port},
-          port{QString::number(server.port ? server.port : 1433)},
-          verifies{server.tls == QLatin1String("verify")}
+          port{QString::number(server.port ? server.port : 1433)}, verifies{server.tls ==
+                                                                            QLatin1String("verify")}
     {
     }
 

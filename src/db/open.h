@@ -20,11 +20,13 @@ struct server_address {
     QString name;      ///< of the register
     QString mail_name; ///< of the mail queue
     QString tls;       ///< "verify", "require", "prefer" or "disable"
-    QString tls_root;  ///< for "verify": the file of the authorities that are trusted; the system's where empty
-    QString driver;    ///< of ODBC, for SQL Server: its name there, or its file
+    QString
+        tls_root;   ///< for "verify": the file of the authorities that are trusted; the system's where empty
+    QString driver; ///< of ODBC, for SQL Server: its name there, or its file
     std::chrono::seconds connect_timeout{15};
     std::chrono::seconds statement_timeout{30};
-    std::chrono::seconds file_timeout{30}; ///< how long another program may hold a file of the embedded engine
+    std::chrono::seconds file_timeout{
+        30}; ///< how long another program may hold a file of the embedded engine
 };
 
 /// The engine of that name in a configuration: "embedded", "postgresql", "sqlserver"; nothing for another.

@@ -21,7 +21,8 @@ public:
     void run(std::span<const statement_run> all);
 
     qint64 written() const { return written_; }
-    /// Whether a prepared statement is not what it was: its table has changed, or the server has forgotten it.
+    /// Whether a prepared statement is not what it was: its table has changed, or the server has forgotten
+    /// it.
     bool is_stale() const;
     void throw_failed();
 

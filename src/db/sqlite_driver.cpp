@@ -196,9 +196,9 @@ void sqlite_driver::open(const tick& waiting)
         sqlite3_extended_result_codes(base_, 1);
         sqlite3_busy_handler(base_, on_busy, this);
         sqlite3_progress_handler(base_, 20000, on_progress, this);
-        // The local file holds what is nowhere else: postal codes, drafts, what is queued. In this mode a fall of
-        // the power costs its last moments and not the file, and no commit waits for the disk, only now and
-        // then the one that brings the log into the file.
+        // The local file holds what is nowhere else: postal codes, drafts, what is queued. In this mode a
+        // fall of the power costs its last moments and not the file, and no commit waits for the disk, only
+        // now and then the one that brings the log into the file.
         set_up(where_ == database::local ? "pragma synchronous=normal" : "pragma synchronous=full");
         if (writable)
             set_up("pragma journal_mode=wal");

@@ -12,7 +12,8 @@ std::string slot_of(const column_value& taking, std::string_view prefix = {})
 
 } // namespace
 
-std::string insert_text(std::string_view table, std::span<const column_value> columns, std::string_view prefix)
+std::string insert_text(std::string_view table, std::span<const column_value> columns,
+                        std::string_view prefix)
 {
     std::string names;
     std::string slots_of_values;

@@ -24,8 +24,7 @@ using bytes = std::vector<char>;
     return to;
 }
 
-/// Nothing is quoted, whatever a cell holds: the lists that go to the mailing house and into the association's
-/// sheets have always been read so.
+/// Nothing is quoted, whatever a cell holds: as in use; must not change.
 char* put_cell(char* to, const QString& cell, bool is_number)
 {
     if (must_be_held_down(cell))
@@ -119,8 +118,8 @@ private:
 
 } // namespace
 
-qint64 write_csv(const QString& path, const text_table& list, progress* follow,
-                 const QString& number_caption, csv_encoding encoding)
+qint64 write_csv(const QString& path, const text_table& list, progress* follow, const QString& number_caption,
+                 csv_encoding encoding)
 {
     new_file file{path};
     if (list.row_count == 0) {

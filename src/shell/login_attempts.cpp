@@ -60,9 +60,9 @@ void login_attempts::count_wrong(const QString& id)
     if (!c_.folder.is_writable)
         return;
     transaction both{c_.local_conn};
-    c_.local_conn.write("delete from wrong_passwords where id_mark='{mark}' or last_at<'{forgotten}'",
-                        {{"mark", mark},
-                         {"forgotten", c_.now().addMSecs(-remembered.count()).toString(Qt::ISODateWithMs)}});
+    c_.local_conn.write(
+        "delete from wrong_passwords where id_mark='{mark}' or last_at<'{forgotten}'",
+        {{"mark", mark}, {"forgotten", c_.now().addMSecs(-remembered.count()).toString(Qt::ISODateWithMs)}});
     c_.local_conn.write(
         "insert into wrong_passwords(id_mark,times,last_at) values ('{mark}','{times}','{last_at}')",
         {{"mark", mark}, {"times", one.times}, {"last_at", one.last_at.toString(Qt::ISODateWithMs)}});

@@ -23,9 +23,8 @@ QString in_words(std::chrono::seconds wait)
 
 login_dlg::login_dlg(client& c, QWidget* over)
     : dialog{QStringLiteral("login_dlg"), c, over}, id_txt{text_field(QStringLiteral("id_txt"), 24)},
-      passwd_txt{text_field(QStringLiteral("passwd_txt"), 24)}, wait_txt{new QLabel}, Image1{primary_button(
-                                                                    QStringLiteral("Image1"),
-                                                                    QStringLiteral("확인(&O)"), "log-in")},
+      passwd_txt{text_field(QStringLiteral("passwd_txt"), 24)}, wait_txt{new QLabel},
+      Image1{primary_button(QStringLiteral("Image1"), QStringLiteral("확인(&O)"), "log-in")},
       Image2{button(QStringLiteral("Image2"), QStringLiteral("취소(&C)"), "x")}, attempts_{c}
 {
     wait_txt->setObjectName(QStringLiteral("wait_txt"));

@@ -9,7 +9,8 @@ class QLabel;
 
 namespace orvo {
 
-/// Asks who works here. Behind wrong passwords the id has to wait, which is shown and counted down. Ends with `session_ok` set, or with head office's branch and no session.
+/// Asks who works here. Behind wrong passwords the id has to wait, which is shown and counted down. Ends with
+/// `session_ok` set, or with head office's branch and no session.
 class login_dlg : public dialog {
 public:
     login_dlg(client& c, QWidget* over);

@@ -54,8 +54,9 @@ bool has_sound_local_file(client& c)
         return is_local_file_sound(c.local_conn);
     } catch (const db_failure& failure) {
         if (is_held_elsewhere(failure)) // nothing of it is lost: it must not be made anew
-            throw db_failure{failure.kind(), QStringLiteral("로컬 파일 orvo.mdb를 다른 프로그램이 쓰고 있습니다.\n"
-                                                            "그 프로그램이 끝난 뒤에 다시 시작하십시오.")};
+            throw db_failure{failure.kind(),
+                             QStringLiteral("로컬 파일 orvo.mdb를 다른 프로그램이 쓰고 있습니다.\n"
+                                            "그 프로그램이 끝난 뒤에 다시 시작하십시오.")};
         return false;
     }
 }
@@ -67,12 +68,14 @@ void tell_weaknesses(const program_folder& folder, prompts& say)
     for (const weakness each : weaknesses_of(folder))
         switch (each) {
         case weakness::readable_by_others:
-            all.append(QStringLiteral("설정 파일을 이 컴퓨터의 다른 사용자도 읽을 수 있습니다. 서버의 비밀번호가 "
-                                      "들어 있으므로 본인만 읽을 수 있게 해야 합니다."));
+            all.append(
+                QStringLiteral("설정 파일을 이 컴퓨터의 다른 사용자도 읽을 수 있습니다. 서버의 비밀번호가 "
+                               "들어 있으므로 본인만 읽을 수 있게 해야 합니다."));
             break;
         case weakness::no_tls:
-            all.append(QStringLiteral("서버와의 통신을 암호화할지 정하지 않았습니다(tls). 암호화되지 않은 통신은 "
-                                      "다른 사람이 엿볼 수 있습니다."));
+            all.append(
+                QStringLiteral("서버와의 통신을 암호화할지 정하지 않았습니다(tls). 암호화되지 않은 통신은 "
+                               "다른 사람이 엿볼 수 있습니다."));
             break;
         }
     if (!all.isEmpty())

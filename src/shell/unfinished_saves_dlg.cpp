@@ -18,10 +18,10 @@ namespace orvo {
 std::span<const save_act* const> known_saves()
 {
     static constexpr const save_act* all[]{
-        &registration_act,   &member_changed,     &member_deleted, &workplace_added, &workplace_changed,
-        &workplace_deleted,  &year_added,         &year_changed,   &year_deleted,    &payment_added,
-        &payment_changed,    &payment_deleted,    &pledge_added,   &instalment_added, &instalment_changed,
-        &instalment_deleted};
+        &registration_act,  &member_changed,    &member_deleted,     &workplace_added,
+        &workplace_changed, &workplace_deleted, &year_added,         &year_changed,
+        &year_deleted,      &payment_added,     &payment_changed,    &payment_deleted,
+        &pledge_added,      &instalment_added,  &instalment_changed, &instalment_deleted};
     return all;
 }
 
@@ -36,9 +36,11 @@ void offer_unfinished_saves(client& c, QWidget* over)
             others.append(each.operator_name);
     }
     if (!others.isEmpty())
-        c.say.tell({QStringLiteral("이 PC에 %1님이 마치지 못한 저장이 있습니다. 그 담당자나 본회가 이어서 저장할 수 있습니다.")
-                        .arg(others.join(QStringLiteral(", "))),
-                    QStringLiteral("확인"), sign::information});
+        c.say.tell(
+            {QStringLiteral(
+                 "이 PC에 %1님이 마치지 못한 저장이 있습니다. 그 담당자나 본회가 이어서 저장할 수 있습니다.")
+                 .arg(others.join(QStringLiteral(", "))),
+             QStringLiteral("확인"), sign::information});
     if (is_asked)
         unfinished_saves_dlg{c, over}.exec();
 }
@@ -61,8 +63,9 @@ unfinished_saves_dlg::unfinished_saves_dlg(client& c, QWidget* over)
     save_grd->setMinimumSize(720, 220);
     QWidget* const apart = nullptr;
     lay_out(below({heading(QStringLiteral("마치지 못한 저장")),
-                   new QLabel{QStringLiteral("저장하던 중에 중단된 것입니다. 이어서 저장하면 저장된 것을 확인하고 나머지를 "
-                                             "그때의 내용으로 저장합니다.")},
+                   new QLabel{QStringLiteral(
+                       "저장하던 중에 중단된 것입니다. 이어서 저장하면 저장된 것을 확인하고 나머지를 "
+                       "그때의 내용으로 저장합니다.")},
                    save_grd, line({give_up_img, apart, finish_img, close_img})},
                   2));
     on_click(finish_img, [this] { finish(); });
@@ -80,8 +83,8 @@ void unfinished_saves_dlg::show_notes()
     for (const save_note& each : notes_) {
         const auto member = ask(c_.db_conn, row_on_server(each.pers_no));
         const QString name = member ? member->front().text("pers_name") : QString{};
-        shown.push_back({{each.begun_at.toString(QStringLiteral("MM-dd HH:mm")), each.operator_name, each.act_words,
-                          name + u' ' + each.pers_no.left(6) + QStringLiteral("-*******"),
+        shown.push_back({{each.begun_at.toString(QStringLiteral("MM-dd HH:mm")), each.operator_name,
+                          each.act_words, name + u' ' + each.pers_no.left(6) + QStringLiteral("-*******"),
                           each.stored_words.isEmpty() ? QStringLiteral("알 수 없음")
                                                       : each.stored_words.join(QStringLiteral(", "))},
                          each.id});
@@ -113,12 +116,15 @@ void unfinished_saves_dlg::finish()
     std::optional<save> begun = c_.take_up(*note, known_saves());
     QString why = begun ? begun->objection() : QStringLiteral("이 프로그램이 알지 못하는 저장입니다.");
     if (!why.isEmpty())
-        return refuse({QStringLiteral("이어서 저장할 수 없습니다.\n%1\n회원을 조회하여 확인한 뒤에 기록을 버리십시오.").arg(why),
-                       QStringLiteral("확인"), sign::exclamation},
-                      save_grd);
+        return refuse(
+            {QStringLiteral("이어서 저장할 수 없습니다.\n%1\n회원을 조회하여 확인한 뒤에 기록을 버리십시오.")
+                 .arg(why),
+             QStringLiteral("확인"), sign::exclamation},
+            save_grd);
     begun->carry_out();
     const bool lacks_password = begun->plan().act == &member_changed && !begun->has("passwd");
-    c_.say.tell({lacks_password ? QStringLiteral("나머지를 저장하였습니다. 웹 비밀번호는 기록하지 않으므로, 바꾸려던 것이면 다시 입력하십시오.")
+    c_.say.tell({lacks_password ? QStringLiteral("나머지를 저장하였습니다. 웹 비밀번호는 기록하지 않으므로, "
+                                                 "바꾸려던 것이면 다시 입력하십시오.")
                                 : QStringLiteral("나머지를 저장하였습니다."),
                  QStringLiteral("확인"), sign::information});
     show_notes();

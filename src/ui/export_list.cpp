@@ -79,9 +79,10 @@ void export_csv(client& c, const text_table& list, const QString& number_caption
         message done{QStringLiteral("CSV 파일이 작성 되었습니다."), QStringLiteral("확인"),
                      sign::information};
         if (lost > 0)
-            done.about = QStringLiteral("cp949에 없는 글자 %1자를 ?로 바꾸었습니다. 그대로 두려면 첫째 형식으로 "
-                                        "저장하십시오.")
-                             .arg(with_separators(lost));
+            done.about =
+                QStringLiteral("cp949에 없는 글자 %1자를 ?로 바꾸었습니다. 그대로 두려면 첫째 형식으로 "
+                               "저장하십시오.")
+                    .arg(with_separators(lost));
         c.say.tell(done);
     });
 }

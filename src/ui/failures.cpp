@@ -33,9 +33,9 @@ QString in_words(const db_failure& failure)
 
 namespace {
 
-const QString unanswered_save =
-    QStringLiteral("저장하라는 요청을 보냈으나 서버의 응답을 받지 못했습니다. 다시 저장하면 저장되었는지 먼저 확인하고 "
-                   "이어서 저장합니다.");
+const QString unanswered_save = QStringLiteral(
+    "저장하라는 요청을 보냈으나 서버의 응답을 받지 못했습니다. 다시 저장하면 저장되었는지 먼저 확인하고 "
+    "이어서 저장합니다.");
 
 /// What of a broken save is in force, so that the operator knows what is left to do.
 QString state_of_save(const db_failure& failure)
@@ -54,10 +54,9 @@ void report(prompts& say, const db_failure& failure)
 {
     const bool is_unanswered_save =
         failure.kind() == failure_kind::outcome_unknown && !failure.missing().isEmpty();
-    message what{
-        QStringLiteral("작업을 마치지 못했습니다.\n\n%1%2")
-            .arg(is_unanswered_save ? unanswered_save : in_words(failure), state_of_save(failure)),
-        QStringLiteral("오류 보고"), sign::critical};
+    message what{QStringLiteral("작업을 마치지 못했습니다.\n\n%1%2")
+                     .arg(is_unanswered_save ? unanswered_save : in_words(failure), state_of_save(failure)),
+                 QStringLiteral("오류 보고"), sign::critical};
     what.details = failure.details();
     if (say.ask(what, QStringLiteral("프로그램 끝내기"), QStringLiteral("계속하기"), answer::second))
         QApplication::exit(1);

@@ -49,8 +49,8 @@ QWidget* group(const QString& name, const QString& title, QLayout* content);
 /// The semi-bold line above a part of a screen.
 QLabel* heading(const QString& text);
 
-/// Something that is said in passing. It keeps its place while it says nothing, so that nothing jumps, and asks
-/// for no width of its own: what it stands below decides.
+/// Something that is said in passing. It keeps its place while it says nothing, so that nothing jumps, and
+/// asks for no width of its own: what it stands below decides.
 QLabel* quiet_line(const QString& name, int lines = 1);
 
 inline constexpr int rhythm = 8; ///< pixels between things that belong apart

@@ -25,8 +25,8 @@ void apply_theme(QApplication& app, shade which);
 shade preferred_shade();
 
 const theme_colours& colours();
-/// Of the one filled button of a window. Made once, as all palettes are that a screen needs: the toolkit keeps
-/// pictures for each.
+/// Of the one filled button of a window. Made once, as all palettes are that a screen needs: the toolkit
+/// keeps pictures for each.
 const QPalette& main_button_palette();
 
 } // namespace orvo

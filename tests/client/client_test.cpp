@@ -65,7 +65,8 @@ private Q_SLOTS:
 
         const server_address all =
             read("engine=PostgreSQL\nhost=10.0.0.7\nport=5433\nuser=orvo\npassword=\" p;w=d \"\n"
-                 "database=register\nmail_database=mail\ndriver=a b\ntls=Verify\ntls_root=our.crt\nconnect_timeout=3\n"
+                 "database=register\nmail_database=mail\ndriver=a "
+                 "b\ntls=Verify\ntls_root=our.crt\nconnect_timeout=3\n"
                  "statement_timeout=60\n");
         QCOMPARE(all.kind, engine::postgresql);
         QCOMPARE(all.port, 5433);

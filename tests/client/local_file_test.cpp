@@ -130,8 +130,9 @@ private Q_SLOTS:
         QVERIFY(is_local_file_sound(local, inspection::thorough));
         const rows kept = local.read("select * from drafts");
         QCOMPARE(kept.front().text("form") + kept.front().text("kept_at"), QStringLiteral("insert_frm"));
-        QCOMPARE(local.number("select count(*) as n from branch_code"), 2); // until the next look at the server
-        local.direct("select later from print_tbl");                         // of a version newer still
+        QCOMPARE(local.number("select count(*) as n from branch_code"),
+                 2);                                 // until the next look at the server
+        local.direct("select later from print_tbl"); // of a version newer still
         QVERIFY(complete_local_file(local).empty());
 
         const QTemporaryDir elsewhere;
@@ -200,7 +201,8 @@ private Q_SLOTS:
         QVERIFY(is_local_file_sound(c.local_conn, inspection::thorough));
         QCOMPARE(c.local_conn.number("select code_bran from branch_code"), 10);
         const rows codes = c.local_conn.read("select * from zip");
-        QVERIFY2(qint64(codes.size()) >= least_codes && (codes.size() == 3000 || !damaged.isEmpty() || !least_codes),
+        QVERIFY2(qint64(codes.size()) >= least_codes &&
+                     (codes.size() == 3000 || !damaged.isEmpty() || !least_codes),
                  qPrintable(QString::number(codes.size())));
         for (qint64 before = 0; const auto each : codes) {
             const qint64 number = each.text("dong").remove(u'<').remove(u'>').toLongLong();

@@ -191,7 +191,8 @@ private Q_SLOTS:
             {"23503", [&] { db.load("strict", {"code_bran"}, one_row); }},
             {"23503", [&] { in_transaction([&] { db.write(insert); }); }},
             {"0A000", [&] { db.write("insert into strict (code_bran) values ('-7')"); }},
-            {"", [&] { // a failure that somebody passed over
+            {"",
+             [&] { // a failure that somebody passed over
                  in_transaction([&] {
                      db.write("insert into strict (code_bran) values (null)");
                      failure_of([&] { db.direct("select 1/0"); });
@@ -394,7 +395,8 @@ private Q_SLOTS:
         QElapsedTimer clock;
         clock.start();
         QCOMPARE(failure_of(write), failure_kind::timed_out);
-        QVERIFY2(clock.elapsed() >= 900 && clock.elapsed() < 2000, qPrintable(QString::number(clock.elapsed())));
+        QVERIFY2(clock.elapsed() >= 900 && clock.elapsed() < 2000,
+                 qPrintable(QString::number(clock.elapsed())));
         watch.goes_on = [&] { return other.direct("commit"), true; };
         write();
         QCOMPARE(db.number("select count(*) as n from branch_code"), 1);

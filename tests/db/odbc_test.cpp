@@ -151,8 +151,9 @@ private Q_SLOTS:
                 QCOMPARE(failure_of([&] { short_of_time.write(insert); }), timed_out);
                 QCOMPARE(at.server.take_batches(), QStringList{"select 1"});
             }
-            QCOMPARE(at.files.connect().number("select count(*) as n from branch_code where branch_name='부산'"),
-                     how == held ? 2 : 0);
+            QCOMPARE(
+                at.files.connect().number("select count(*) as n from branch_code where branch_name='부산'"),
+                how == held ? 2 : 0);
             at.watch.patience = std::chrono::milliseconds{100};
             QCOMPARE(failure_of([&] { at.db.read(branches); }), cancelled);
             at.server.resume();

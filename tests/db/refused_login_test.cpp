@@ -249,7 +249,8 @@ private Q_SLOTS:
             server.driver = QString::fromLatin1(driver);
             server.tls = QString::fromLatin1(tls);
             QString text = odbc_connection_text(server, database::server);
-            text.replace(QRegularExpression{"DATABASE=.*APP=orvo;(TDS_Version=7.4;ClientCharset=UTF-8;)?"}, "...");
+            text.replace(QRegularExpression{"DATABASE=.*APP=orvo;(TDS_Version=7.4;ClientCharset=UTF-8;)?"},
+                         "...");
             QCOMPARE(text, QStringLiteral("DRIVER={%1};").arg(server.driver) + words);
             const bool is_elsewhere = text.contains("SERVERNAME"); // the text has no word for an authority
             QCOMPARE(QString::fromUtf8(freetds_section(server)),

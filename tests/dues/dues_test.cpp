@@ -26,7 +26,8 @@ void take_step(connection& db, const QString& step)
     else if (verb == "pay")
         store(db, add_payment(of_2026, "20", {"20261121", {}, amount, "1"}, today, {}));
     else if (verb == "alter")
-        store(db, change_payment(of_2026, step.section(u' ', 1, 1), {{}, "20261121", amount, "2"}, today, {}));
+        store(db,
+              change_payment(of_2026, step.section(u' ', 1, 1), {{}, "20261121", amount, "2"}, today, {}));
     else if (verb == "drop")
         store(db, delete_payment(of_2026, amount));
     else if (verb == "change")
@@ -79,7 +80,8 @@ private Q_SLOTS:
         for (const char* step : {"dues 30000", "pay 2147483647", "pay 2147483647", "other 700"})
             take_step(db, step);
         QCOMPARE(ask(db, payments_in(of_2026)).sum, 4'294'967'294);
-        store(db, add_payment({kim, {}}, {}, {{}, "20'6", "50000", "1"}, today, {})); // no year: nothing is settled
+        store(db, add_payment({kim, {}}, {}, {{}, "20'6", "50000", "1"}, today,
+                              {})); // no year: nothing is settled
         store(db, delete_year(of_2026));
         QCOMPARE(db.number("select sum(pres_money) as rest from dues_b_tbl"), 4 * 700 + 50000);
         QCOMPARE(db.read("select * from dues_h_tbl").size(), 1);

@@ -218,18 +218,22 @@ private Q_SLOTS:
         fake_desk desk;
         at.on.c.session_id = "head";
         at.search(march);
-        for (const auto& [id, branch, is_offered] :
-             {std::tuple{"head", "0", true}, {"head", "10", false}, {"seoul", "0", false}, {"", "0", false}}) {
+        for (const auto& [id, branch, is_offered] : {std::tuple{"head", "0", true},
+                                                     {"head", "10", false},
+                                                     {"seoul", "0", false},
+                                                     {"", "0", false}}) {
             at.on.c.session_id = id;
             at.on.c.session_branch = branch;
             dues_receipt_dlg dlg{at.on.c, desk, nullptr};
             bring_up(dlg);
             auto& left_img = control<QPushButton>(dlg, "left_img");
             QCOMPARE(left_img.isVisible(), is_offered);
-            QCOMPARE(shown_by(control<QLabel>(dlg, "note_txt")).startsWith("2026-11-22 10:00에 만든 영수증 4장"),
-                     is_offered);
+            QCOMPARE(
+                shown_by(control<QLabel>(dlg, "note_txt")).startsWith("2026-11-22 10:00에 만든 영수증 4장"),
+                is_offered);
             click(&control<QPushButton>(dlg, "print_img"));
-            QCOMPARE(at.on.say.take_texts(), QStringList{"출력할 영수증이 목록에 없습니다. 먼저 검색하십시오."});
+            QCOMPARE(at.on.say.take_texts(),
+                     QStringList{"출력할 영수증이 목록에 없습니다. 먼저 검색하십시오."});
             QVERIFY(dlg.isVisible() && desk.opened_above.isEmpty());
             if (!is_offered)
                 continue;

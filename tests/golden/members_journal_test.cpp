@@ -49,10 +49,7 @@ struct at_work {
         for (int item = 0; item < 5; ++item)
             copy_members(db, on.c.local_conn, search_query(search_item(item), keys[item], session_branch));
     }
-    void click()
-    {
-        open_records(db, number);
-    }
+    void click() { open_records(db, number); }
     void add(const new_member& typed)
     {
         is_registered(db, typed.member.pers_no());

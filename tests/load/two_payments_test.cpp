@@ -15,7 +15,8 @@ const dues_year of_2026{QStringLiteral("9001011234568"), QStringLiteral("2026")}
 
 void pay(connection& db, const char* amount)
 {
-    save{add_payment(of_2026, "20", {today, "", QString::fromLatin1(amount), "1"}, today, {}), db, db}.carry_out();
+    save{add_payment(of_2026, "20", {today, "", QString::fromLatin1(amount), "1"}, today, {}), db, db}
+        .carry_out();
 }
 
 /// What remains of the year and whether it is marked as paid: "20000 0".

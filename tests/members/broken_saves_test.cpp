@@ -135,7 +135,8 @@ private:
             run.what->carry_out();
         } catch (const db_failure& failure) {
             broke = true;
-            QVERIFY2(failure.kind() == failure_kind::line_lost || failure.kind() == failure_kind::outcome_unknown,
+            QVERIFY2(failure.kind() == failure_kind::line_lost ||
+                         failure.kind() == failure_kind::outcome_unknown,
                      failure.what());
             QVERIFY(!failure.missing().isEmpty());
         }
@@ -143,7 +144,8 @@ private:
         run.watch.goes_on = true;
         run.watch.behind = {};
         // Whom it broke before anything was sent has no note: he presses again.
-        if (broke && (how == broken::program_died || how == broken::machine_died) && !run.log().unfinished().empty()) {
+        if (broke && (how == broken::program_died || how == broken::machine_died) &&
+            !run.log().unfinished().empty()) {
             if (how == broken::machine_died)
                 run.lose_marks();
             run.finish_by_note(act);
@@ -162,7 +164,8 @@ private Q_SLOTS:
             QSKIP("ORVO_TEST_POSTGRESQL names no server; scripts/with_postgresql.sh starts one");
         for (const save_under_test& of : saves_under_test()) {
             save_run far_away{of};
-            far_away.proxy.delay_answers(std::chrono::milliseconds{qEnvironmentVariableIntValue("ORVO_LINE_DELAY")});
+            far_away.proxy.delay_answers(
+                std::chrono::milliseconds{qEnvironmentVariableIntValue("ORVO_LINE_DELAY")});
             const int sent = far_away.proxy.statements();
             const int waited = far_away.proxy.waits();
             QElapsedTimer clock;
@@ -204,8 +207,9 @@ private Q_SLOTS:
     /// SQL Server carries out what its client has no more patience for, and the payment is pressed again.
     void a_payment_that_timed_out_is_stored_once()
     {
-        const auto of = std::ranges::find(saves_under_test(), QLatin1String{"a payment is added"},
-                                          [](const save_under_test& each) { return QLatin1String{each.name}; });
+        const auto of =
+            std::ranges::find(saves_under_test(), QLatin1String{"a payment is added"},
+                              [](const save_under_test& each) { return QLatin1String{each.name}; });
         QStringList end;
         int in_doubt = 0;
         for (int late = of->statements; late >= 0; --late) { // the first one is not disturbed
@@ -228,7 +232,8 @@ private Q_SLOTS:
             try {
                 what.carry_out();
             } catch (const db_failure& failure) {
-                QVERIFY2(failure.kind() == failure_kind::outcome_unknown || failure.kind() == failure_kind::timed_out,
+                QVERIFY2(failure.kind() == failure_kind::outcome_unknown ||
+                             failure.kind() == failure_kind::timed_out,
                          failure.what());
                 QCOMPARE(failure.kind() == failure_kind::outcome_unknown, what.is_in_doubt());
                 in_doubt += what.is_in_doubt();
@@ -259,14 +264,16 @@ private Q_SLOTS:
     {
         for (const char* name : {"a payment is changed", "a member is changed", "a workplace is changed",
                                  "an instalment is changed", "a year is changed", "a member is deleted"}) {
-            const auto of = std::ranges::find(saves_under_test(), QLatin1String{name},
-                                              [](const save_under_test& each) { return QLatin1String{each.name}; });
+            const auto of =
+                std::ranges::find(saves_under_test(), QLatin1String{name},
+                                  [](const save_under_test& each) { return QLatin1String{each.name}; });
             running_client on{engine::embedded};
             of->prepare(on.c.db_conn);
             const save begun = on.c.begin(of->plan(on.c.db_conn));
             on.c.saves.begin(begun.plan());
             const auto objection = [&] {
-                return on.c.take_up(on.c.saves.unfinished().front(), std::array{begun.plan().act})->objection();
+                return on.c.take_up(on.c.saves.unfinished().front(), std::array{begun.plan().act})
+                    ->objection();
             };
             QCOMPARE(objection(), QString{});
             for (const char* change :

@@ -167,20 +167,21 @@ private Q_SLOTS:
 
     void a_branch_is_asked_before_a_member_leaves_it()
     {
-        const QString question = "이 회원을 부산(으)로 옮기면 다음 검색부터 이 지부의 목록에 나오지 않고, 다시 "
-                                 "옮기는 것은 그 지부나 본회에서만 할 수 있습니다.\n\n옮기시겠습니까?";
+        const QString question =
+            "이 회원을 부산(으)로 옮기면 다음 검색부터 이 지부의 목록에 나오지 않고, 다시 "
+            "옮기는 것은 그 지부나 본회에서만 할 수 있습니다.\n\n옮기시겠습니까?";
         // Whose change it is, whether he is asked, his answer, and the branch and sub-branch that are stored.
         const std::tuple<const char*, bool, answer, const char*> changes[] = {
-            {"10", true, answer::second, "105"},
-            {"10", true, answer::first, "200"},
-            {"010", true, answer::second, "105"},
-            {"30", true, answer::second, "105"},
-            {"20", false, answer::second, "200"},
-            {"0", false, answer::second, "200"}};
+            {"10", true, answer::second, "105"},  {"10", true, answer::first, "200"},
+            {"010", true, answer::second, "105"}, {"30", true, answer::second, "105"},
+            {"20", false, answer::second, "200"}, {"0", false, answer::second, "200"}};
         for (const auto& [branch, is_asked, way, stored] : changes) {
             at_console at;
             a_row section{"section_code", database::local};
-            section.with("code_bran", 10).with("code_big", 3).with("code_sect", 5).with("section_name", "강남");
+            section.with("code_bran", 10)
+                .with("code_big", 3)
+                .with("code_sect", 5)
+                .with("section_name", "강남");
             section.store_in(at.on.c.local_conn);
             at.on.c.session_branch = branch;
             at.open_member();

@@ -198,7 +198,8 @@ private Q_SLOTS:
             all.sort();
             return all.join(u' ');
         };
-        const QString own = "김영희900101서울2026", of_none = "김영희9001012026", other = "김영희900101부산2026";
+        const QString own = "김영희900101서울2026", of_none = "김영희9001012026",
+                      other = "김영희900101부산2026";
         QCOMPARE(found("0", "김영희", "900101", ""), of_none + ' ' + other + ' ' + other + ' ' + own);
         QCOMPARE(found("00", "김영희", "900101", "1234568"),
                  of_none + ' ' + other + ' ' + other + ' ' + own + '!');

@@ -100,41 +100,28 @@ private Q_SLOTS:
         at_login at;
         const QString ways[] = {"welcome", "refused", "too early"};
         // Seconds that pass, who tries, and what comes of it; "!" behind them is the right password.
-        for (const auto& [passed, id, outcome] : {std::tuple{0, "kim", "refused"},
-                                                  {0, "kim", "refused"},
-                                                  {0, "kim", "refused"},
-                                                  {1, "kim", "refused"},
-                                                  {0, "kim", "refused"},
-                                                  {0, "kim!", "too early"}, // 5 seconds
-                                                  {0, "lee", "refused"},
-                                                  {0, "Kim", "refused"}, // whom nobody knows: for himself
-                                                  {4, "kim!", "too early"},
-                                                  {1, "kim", "refused"},
-                                                  {9, "kim!", "too early"}, // 10
-                                                  {1, "kim", "refused"},
-                                                  {19, "kim!", "too early"}, // 20
-                                                  {1, "kim", "refused"},
-                                                  {39, "kim!", "too early"}, // 40
-                                                  {1, "kim", "refused"},
-                                                  {59, "kim!", "too early"}, // 60, and no longer
-                                                  {1, "kim", "refused"},
-                                                  {60, "kim", "refused"},
-                                                  {-60, "kim!", "too early"}, // the clock is set back
-                                                  {-86'400, "kim!", "welcome"},
-                                                  {0, "kim", "refused"}, // all of it is forgotten
-                                                  {0, "kim", "refused"},
-                                                  {0, "kim", "refused"},
-                                                  {0, "kim", "refused"},
-                                                  {0, "kim", "refused"},
-                                                  {0, "kim!", "too early"},
-                                                  {1801, "kim", "refused"}, // after half an hour too
-                                                  {0, "kim!", "welcome"},
-                                                  {0, "x' or '1'='1", "refused"}}) {
+        for (const auto& [passed, id, outcome] :
+             {std::tuple{0, "kim", "refused"}, {0, "kim", "refused"},
+              {0, "kim", "refused"},           {1, "kim", "refused"},
+              {0, "kim", "refused"},           {0, "kim!", "too early"}, // 5 seconds
+              {0, "lee", "refused"},           {0, "Kim", "refused"},    // whom nobody knows: for himself
+              {4, "kim!", "too early"},        {1, "kim", "refused"},
+              {9, "kim!", "too early"},                                   // 10
+              {1, "kim", "refused"},           {19, "kim!", "too early"}, // 20
+              {1, "kim", "refused"},           {39, "kim!", "too early"}, // 40
+              {1, "kim", "refused"},           {59, "kim!", "too early"}, // 60, and no longer
+              {1, "kim", "refused"},           {60, "kim", "refused"},
+              {-60, "kim!", "too early"},                             // the clock is set back
+              {-86'400, "kim!", "welcome"},    {0, "kim", "refused"}, // all of it is forgotten
+              {0, "kim", "refused"},           {0, "kim", "refused"},
+              {0, "kim", "refused"},           {0, "kim", "refused"},
+              {0, "kim!", "too early"},        {1801, "kim", "refused"}, // after half an hour too
+              {0, "kim!", "welcome"},          {0, "x' or '1'='1", "refused"}}) {
             at.now = at.now.addSecs(passed);
             at.restart();
             const QString who{id};
-            const auto came =
-                try_to_log_in(at.c, *at.attempts, QString{who}.remove('!'), who.endsWith('!') ? "secret" : "wrong");
+            const auto came = try_to_log_in(at.c, *at.attempts, QString{who}.remove('!'),
+                                            who.endsWith('!') ? "secret" : "wrong");
             if (came == login_answer::welcome)
                 at.attempts->forget(QString{who}.remove('!'));
             QVERIFY2(ways[static_cast<int>(came)] == outcome, qPrintable(at.now.toString()));

@@ -229,7 +229,9 @@ private Q_SLOTS:
         client& c = on.c;
         a_row{"money_member"}.with("code_member", 20).with("mem_dues", 40'000).store_in(c.db_conn);
         c.mirrors_behind.insert("money_member");
-        const auto fee = [&c] { return c.local_conn.number("select sum(mem_dues) as fee from money_member"); };
+        const auto fee = [&c] {
+            return c.local_conn.number("select sum(mem_dues) as fee from money_member");
+        };
         using namespace std::chrono_literals;
         QWidget window;
         QDialog question;

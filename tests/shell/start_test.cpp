@@ -29,15 +29,16 @@ namespace {
 
 const QString unreachable = QStringLiteral("서버에 연결할 수 없습니다!\n인터넷에 연결되어 있는지 확인하고, "
                                            "잠시 후에 다시 시도하십시오!");
-const QString no_local_file = QStringLiteral("로컬 파일 orvo.mdb가 없습니다. 새로 만들까요?\n"
-                                             "코드표는 서버에서 받지만, 우편번호는 관리자가 다시 넣어야 합니다.");
+const QString no_local_file =
+    QStringLiteral("로컬 파일 orvo.mdb가 없습니다. 새로 만들까요?\n"
+                   "코드표는 서버에서 받지만, 우편번호는 관리자가 다시 넣어야 합니다.");
 const QString broken_local_file =
     QStringLiteral("로컬 파일 orvo.mdb가 손상되었습니다. 새로 만들까요?\n"
                    "우편번호, 작성 중이던 내용, 영수증 대기열, 최근 검색은 읽을 수 있는 만큼 옮기고, 손상된 "
                    "파일은 orvo.mdb.damaged로 남깁니다.");
-const QString nothing_carried =
-    QStringLiteral("로컬 파일을 새로 만들었습니다.\n옮긴 자료: 없음\n읽을 수 없는 자료는 옮기지 못했습니다.\n"
-                   "이 컴퓨터에는 우편번호가 없습니다. 관리자에게 우편번호 넣기(orvo_db import-zip)를 요청하십시오.");
+const QString nothing_carried = QStringLiteral(
+    "로컬 파일을 새로 만들었습니다.\n옮긴 자료: 없음\n읽을 수 없는 자료는 옮기지 못했습니다.\n"
+    "이 컴퓨터에는 우편번호가 없습니다. 관리자에게 우편번호 넣기(orvo_db import-zip)를 요청하십시오.");
 
 /// Answers the boxes of a program in their order, while the program waits inside them.
 class box_hands {
@@ -100,12 +101,12 @@ struct at_start {
     void configure(const server_address& server)
     {
         write_file(its.folder().file("conf/connection.ini"),
-                  QStringLiteral("[SERVER]\nengine=%1\nhost=%2\nport=%3\nuser=%4\npassword=%5\ndatabase=%6\n"
-                                 "mail_database=%7\ntls=disable\n")
-                      .arg(name_of(server.kind), server.host)
-                      .arg(server.port)
-                      .arg(server.user, server.password, server.name, server.mail_name)
-                      .toUtf8());
+                   QStringLiteral("[SERVER]\nengine=%1\nhost=%2\nport=%3\nuser=%4\npassword=%5\ndatabase=%6\n"
+                                  "mail_database=%7\ntls=disable\n")
+                       .arg(name_of(server.kind), server.host)
+                       .arg(server.port)
+                       .arg(server.user, server.password, server.name, server.mail_name)
+                       .toUtf8());
     }
     bool run()
     {
@@ -141,7 +142,8 @@ private Q_SLOTS:
         QVERIFY(at.running->window().isVisible());
         client& c = at.running->running_client();
         QCOMPARE(c.session_name, QStringLiteral("이정은"));
-        QCOMPARE(c.local_conn.number("select count(*) as n from person_m_tbl"), 0); // of whoever was here before
+        QCOMPARE(c.local_conn.number("select count(*) as n from person_m_tbl"),
+                 0); // of whoever was here before
     }
 
     void a_second_instance_is_told_and_ends()
@@ -181,7 +183,7 @@ private Q_SLOTS:
         }
         at.running.reset();
         at.its.connect(database::local).direct("drop table branch_code"); // as before a newer version
-        at.hands.will_log_in();                                            // and the next start asks nothing
+        at.hands.will_log_in();                                           // and the next start asks nothing
         QVERIFY(at.run());
         QCOMPARE(at.its.connect(database::local).number("select count(*) as n from branch_code"), 1);
     }
@@ -235,10 +237,12 @@ private Q_SLOTS:
         const QString path = at.its.folder().file("conf/connection.ini");
         write_file(path, content_of(path).replace("tls=disable\n", ""));
         QFile::setPermissions(path, read_only);
-        const QString readable = "설정 파일을 이 컴퓨터의 다른 사용자도 읽을 수 있습니다. 서버의 비밀번호가 들어 "
-                                 "있으므로 본인만 읽을 수 있게 해야 합니다.\n\n";
-        const QString no_tls = "서버와의 통신을 암호화할지 정하지 않았습니다(tls). 암호화되지 않은 통신은 다른 사람이 "
-                               "엿볼 수 있습니다.\n\n";
+        const QString readable =
+            "설정 파일을 이 컴퓨터의 다른 사용자도 읽을 수 있습니다. 서버의 비밀번호가 들어 "
+            "있으므로 본인만 읽을 수 있게 해야 합니다.\n\n";
+        const QString no_tls =
+            "서버와의 통신을 암호화할지 정하지 않았습니다(tls). 암호화되지 않은 통신은 다른 사람이 "
+            "엿볼 수 있습니다.\n\n";
         const QString end = "관리자에게 알려 주십시오. 일은 그대로 계속할 수 있습니다.\n" + path;
         at.hands.will_press(readable + no_tls + end, "확인");
         at.hands.will_log_in();
@@ -293,7 +297,8 @@ private Q_SLOTS:
                 seen.append(all.fileName());
                 QVERIFY2(mode_of(path) == (path == former ? 0755 : 0600), qPrintable(path));
             }
-        for (const char* each : {"SystemLog.txt", "user.ini", "orvo.mdb-wal", "orvo_db.sqlite-shm", "new.csv"})
+        for (const char* each :
+             {"SystemLog.txt", "user.ini", "orvo.mdb-wal", "orvo_db.sqlite-shm", "new.csv"})
             QVERIFY2(seen.contains(each), each);
         QCOMPARE(seen.filter(QRegularExpression{"^orvo-.*lock$"}).size(), 1);
         QCOMPARE(mode_of(c.folder.file("conf")), 0700);

@@ -26,10 +26,11 @@ struct after_a_fall {
         a_member{number}.store_in(on.c.db_conn);
         a_dues_year{number, "2026"}.store_in(on.c.db_conn);
         a_payment{number, "2026", 20'000}.store_in(on.c.db_conn); // another of that amount
-        on.c.db_conn.direct("create trigger broken before update on dues_h_tbl begin select raise(abort,'x'); end");
+        on.c.db_conn.direct(
+            "create trigger broken before update on dues_h_tbl begin select raise(abort,'x'); end");
         const QString others = ask(on.c.db_conn, payment_ids_in(of_2026));
-        save begun =
-            on.c.begin(add_payment(of_2026, "20", {"20260315", "20260315", "20000", "10"}, on.c.today(), others));
+        save begun = on.c.begin(
+            add_payment(of_2026, "20", {"20260315", "20260315", "20000", "10"}, on.c.today(), others));
         try {
             begun.carry_out();
         } catch (const db_failure&) {

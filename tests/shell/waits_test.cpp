@@ -26,8 +26,8 @@ namespace {
 
 const QString number = QStringLiteral("9001011234568");
 
-/// A client at the far end of a line, with a member who has one of everything. A proxy counts what goes over it, or
-/// the tests' SQL Server.
+/// A client at the far end of a line, with a member who has one of everything. A proxy counts what goes over
+/// it, or the tests' SQL Server.
 struct far_away {
     explicit far_away(engine kind) : its_register{kind}
     {
@@ -170,7 +170,8 @@ private Q_SLOTS:
             clock.start();
             acts()[which].run(at);
             if (qEnvironmentVariableIsSet("ORVO_LINE_DELAY") && at.proxy)
-                std::printf("| %s | %d | %lld ms |\n", acts()[which].name, acts()[which].waits, clock.elapsed());
+                std::printf("| %s | %d | %lld ms |\n", acts()[which].name, acts()[which].waits,
+                            clock.elapsed());
             QCOMPARE(at.counted(), std::pair(acts()[which].statements, acts()[which].waits));
         }
     }

@@ -87,12 +87,18 @@ planned_save move_to_the_second_workplace(connection& db)
 const std::vector<save_under_test>& saves_under_test()
 {
     static const std::vector<save_under_test> all{
-        {"registration", [](connection& db) { a_dues_year{"7001011234567", "2026"}.store_in(db); },
+        {"registration",
+         [](connection& db) {
+             a_dues_year{"7001011234567", "2026"}.store_in(db);
+         },
          [](connection&) { return register_member(a_new_member(), today); }, 6, 6},
         {"a year is added", [](connection& db) { a_member{number}.store_in(db); },
          [](connection&) { return add_year(of_2026, "30", "50000", today); }, 2, 2},
         {"a year is changed", store_a_year,
-         [](connection&) { return change_year(of_2026, "30", "80000", today, {"20", 50000, 50000}); }, 4, 4},
+         [](connection&) {
+             return change_year(of_2026, "30", "80000", today, {"20", 50000, 50000});
+         },
+         4, 4},
         {"a year is deleted", store_a_year, [](connection&) { return delete_year(of_2026); }, 2, 2},
         {"a payment is added", store_a_year,
          [](connection& db) {
@@ -105,16 +111,20 @@ const std::vector<save_under_test>& saves_under_test()
              return change_payment(of_2026, "1", {"20261121", "", "10000", "2"}, today, paid_before);
          },
          4, 3},
-        {"a payment is deleted", store_a_year, [](connection&) { return delete_payment(of_2026, "1"); }, 4, 3},
-        {"a pledge is made", [](connection&) {}, [](connection&) { return add_pledge(number, "5000", today); }, 1,
-         1},
+        {"a payment is deleted", store_a_year, [](connection&) { return delete_payment(of_2026, "1"); }, 4,
+         3},
+        {"a pledge is made", [](connection&) {},
+         [](connection&) { return add_pledge(number, "5000", today); }, 1, 1},
         {"an instalment is added", store_an_instalment,
          [](connection& db) {
              return add_instalment(number, "20200101", {today, "5000"}, ask(db, instalment_ids_of(number)));
          },
          3, 3},
         {"an instalment is changed", store_an_instalment,
-         [](connection&) { return change_instalment(first_instalment, {"20260315", "7000"}, "1", "5000"); }, 3, 3},
+         [](connection&) {
+             return change_instalment(first_instalment, {"20260315", "7000"}, "1", "5000");
+         },
+         3, 3},
         {"an instalment is deleted", store_an_instalment,
          [](connection&) { return delete_instalment(first_instalment); }, 3, 3},
         {"a member is changed", store_everything, change_everything, 8, 8},

@@ -32,7 +32,13 @@ std::string prelogin_answer();
 
 /// How an answer ends, together: an error came before it, the number of rows counts, the client's wish to
 /// stop is met.
-enum tds_done { done_plainly = 0, done_with_more = 1, done_with_error = 2, done_with_count = 0x10, done_with_attention = 0x20 };
+enum tds_done {
+    done_plainly = 0,
+    done_with_more = 1,
+    done_with_error = 2,
+    done_with_count = 0x10,
+    done_with_attention = 0x20
+};
 tds_bytes done_token(int how, quint64 rows = 0);
 tds_bytes error_token(const tds_error& error);
 tds_bytes login_tokens(const tds_login& login);

@@ -50,7 +50,8 @@ std::vector<std::string> look_at_configuration(const context& in)
     for (const weakness each : weaknesses_of(in.folder))
         switch (each) {
         case weakness::readable_by_others:
-            found.push_back("others can read conf/connection.ini, which holds the server's password: chmod 600");
+            found.push_back(
+                "others can read conf/connection.ini, which holds the server's password: chmod 600");
             break;
         case weakness::no_tls:
             found.push_back("conf/connection.ini says nothing of tls, so that a line may go in clear: "

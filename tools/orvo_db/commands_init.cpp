@@ -103,10 +103,10 @@ void make_schema(const context& in, database which, bool tell)
         bring_up_columns(on);
 }
 
-const command init_command{
-    "init",
-    "Make what is missing: the configuration, the tables of register and mail queue, the workstation's file; bring up "
-    "tables that an earlier orvo_db made.",
-    describe, run};
+const command init_command{"init",
+                           "Make what is missing: the configuration, the tables of register and mail queue, "
+                           "the workstation's file; bring up "
+                           "tables that an earlier orvo_db made.",
+                           describe, run};
 
 } // namespace orvo::tool

@@ -18,8 +18,8 @@ namespace {
 
 bool stands(const std::vector<QString>& standing, const table& one)
 {
-    return std::ranges::find(standing, QLatin1String(one.name.data(),
-                                                     static_cast<qsizetype>(one.name.size()))) !=
+    return std::ranges::find(standing,
+                             QLatin1String(one.name.data(), static_cast<qsizetype>(one.name.size()))) !=
            standing.end();
 }
 

@@ -86,8 +86,8 @@ std::vector<table> local_tables()
     for (table& codes : all)
         codes.doubles = true; // what the server holds twice must not keep a workstation from starting
     for (table& one :
-         std::vector<table>{scratch_copy(), postal_codes(), receipt_queue(), receipt_queue_made(), last_login(),
-                            wrong_passwords(), recent_words(), recent_members(), drafts()})
+         std::vector<table>{scratch_copy(), postal_codes(), receipt_queue(), receipt_queue_made(),
+                            last_login(), wrong_passwords(), recent_words(), recent_members(), drafts()})
         all.push_back(std::move(one));
     return all;
 }

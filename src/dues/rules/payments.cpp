@@ -48,18 +48,19 @@ values slots_of(const dues_year& year)
 
 void store_new(save& of)
 {
-    of.write_once({"payment", "회비 입금"},
-                  "insert into dues_b_tbl("
-                  "pers_no,code_member,val_year,"
-                  "pers_mem_day,pers_mem_b_day,pres_money,"
-                  "code_receipt,pres_let_day) values ("
-                  "'{selected_pers_no}','{cur_code_member}','{cur_val_year}','{day}','{bday}','{str_txt}',"
-                  "'{code}','{today}')",
-                  {"select dues_id from dues_b_tbl where pers_no='{selected_pers_no}' and "
-                   "code_member='{cur_code_member}' and val_year='{cur_val_year}' and pers_mem_day='{day}' and "
-                   "pers_mem_b_day='{bday}' and pres_money='{str_txt}' and code_receipt='{code}' and "
-                   "pres_let_day='{today}'",
-                   "dues_id"});
+    of.write_once(
+        {"payment", "회비 입금"},
+        "insert into dues_b_tbl("
+        "pers_no,code_member,val_year,"
+        "pers_mem_day,pers_mem_b_day,pres_money,"
+        "code_receipt,pres_let_day) values ("
+        "'{selected_pers_no}','{cur_code_member}','{cur_val_year}','{day}','{bday}','{str_txt}',"
+        "'{code}','{today}')",
+        {"select dues_id from dues_b_tbl where pers_no='{selected_pers_no}' and "
+         "code_member='{cur_code_member}' and val_year='{cur_val_year}' and pers_mem_day='{day}' and "
+         "pers_mem_b_day='{bday}' and pres_money='{str_txt}' and code_receipt='{code}' and "
+         "pres_let_day='{today}'",
+         "dues_id"});
     settle(of);
 }
 
@@ -80,8 +81,7 @@ void store_deleted(save& of)
 }
 
 constexpr changed_record the_payment{
-    "select * from dues_b_tbl where pers_no='{selected_pers_no}' and dues_id='{cur_dues_id}'",
-    [] {
+    "select * from dues_b_tbl where pers_no='{selected_pers_no}' and dues_id='{cur_dues_id}'", [] {
         return std::vector<changed_record::field>{{"pers_mem_day", "day"},
                                                   {"pers_mem_b_day", "bday"},
                                                   {"pres_money", "str_txt"},

@@ -50,8 +50,9 @@ const instalment* chosen_among(const std::vector<instalment>& of_day, const chos
 
 question<QString> instalment_ids_of(const QString& pers_no)
 {
-    return {{"select * from contract_list where pers_no='{selected_pers_no}'", {{"selected_pers_no", pers_no}}},
-            [](const rows& found) { return keys_of(found, "con_id"); }};
+    return {
+        {"select * from contract_list where pers_no='{selected_pers_no}'", {{"selected_pers_no", pers_no}}},
+        [](const rows& found) { return keys_of(found, "con_id"); }};
 }
 
 namespace {
@@ -60,27 +61,30 @@ void sum_up(save& of)
 {
     constexpr save_step step{"sum", "총입금액"};
     const qint64 sum = of.ask(step, paid_so_far(of.given("selected_pers_no")));
-    of.write(step, "update contract set con_money='{sum}' where pers_no='{selected_pers_no}'", {{"sum", sum}});
+    of.write(step, "update contract set con_money='{sum}' where pers_no='{selected_pers_no}'",
+             {{"sum", sum}});
 }
 
 void store_pledge(save& of)
 {
-    of.write_once({"pledge", "약정"},
-                  "insert into contract(con_day,pers_no,con_amount,con_money,con_check,con_finish) values ("
-                  "'{today}','{selected_pers_no}','{str_txt}','0','0','0')",
-                  {"select con_day from contract where pers_no='{selected_pers_no}' and con_day='{today}' and "
-                   "con_amount='{str_txt}'",
-                   "con_day"});
+    of.write_once(
+        {"pledge", "약정"},
+        "insert into contract(con_day,pers_no,con_amount,con_money,con_check,con_finish) values ("
+        "'{today}','{selected_pers_no}','{str_txt}','0','0','0')",
+        {"select con_day from contract where pers_no='{selected_pers_no}' and con_day='{today}' and "
+         "con_amount='{str_txt}'",
+         "con_day"});
 }
 
 void store_new(save& of)
 {
-    of.write_once({"instalment", "약정 입금"},
-                  "insert into contract_list (con_day,con_date,pers_no,con_money) values ("
-                  "'{con_day}' ,'{con_date}','{selected_pers_no}','{str_txt}')",
-                  {"select con_id from contract_list where pers_no='{selected_pers_no}' and con_day='{con_day}' "
-                   "and con_date='{con_date}' and con_money='{str_txt}'",
-                   "con_id"});
+    of.write_once(
+        {"instalment", "약정 입금"},
+        "insert into contract_list (con_day,con_date,pers_no,con_money) values ("
+        "'{con_day}' ,'{con_date}','{selected_pers_no}','{str_txt}')",
+        {"select con_id from contract_list where pers_no='{selected_pers_no}' and con_day='{con_day}' "
+         "and con_date='{con_date}' and con_money='{str_txt}'",
+         "con_id"});
     sum_up(of);
 }
 
@@ -126,9 +130,8 @@ const save_act instalment_deleted{"instalment deleted", "약정액 삭제", stor
 
 planned_save add_pledge(const QString& pers_no, const QString& con_amount, const QString& today)
 {
-    return {&pledge_added,
-            pers_no,
-            {{"today", today}, {"selected_pers_no", pers_no}, {"str_txt", con_amount}}};
+    return {
+        &pledge_added, pers_no, {{"today", today}, {"selected_pers_no", pers_no}, {"str_txt", con_amount}}};
 }
 
 planned_save add_instalment(const QString& pers_no, const QString& con_day, const instalment& paid,
@@ -143,8 +146,8 @@ planned_save add_instalment(const QString& pers_no, const QString& con_day, cons
             {{"con_id", known_ids}}};
 }
 
-planned_save change_instalment(const chosen_instalment& chosen, const instalment& paid, const QString& give_up,
-                               const QString& con_money_before)
+planned_save change_instalment(const chosen_instalment& chosen, const instalment& paid,
+                               const QString& give_up, const QString& con_money_before)
 {
     values given = slots_of(chosen);
     given.add(values{{"date", paid.con_date}, {"str_txt", paid.con_money}, {"give_up", give_up}});

@@ -49,8 +49,8 @@ planned_save add_instalment(const QString& pers_no, const QString& con_day, cons
                             const QString& known_ids);
 /// `give_up` is the code of the choice: "1" gives the pledge up, "0" sets it running. `con_money_before`: the
 /// amount as it was read.
-planned_save change_instalment(const chosen_instalment& chosen, const instalment& paid, const QString& give_up,
-                               const QString& con_money_before);
+planned_save change_instalment(const chosen_instalment& chosen, const instalment& paid,
+                               const QString& give_up, const QString& con_money_before);
 planned_save delete_instalment(const chosen_instalment& chosen);
 
 extern const save_act pledge_added, instalment_added, instalment_changed, instalment_deleted;

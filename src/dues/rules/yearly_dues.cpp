@@ -62,7 +62,8 @@ void store_new(save& of)
         {"year", "회비"},
         "insert into dues_h_tbl(pers_no,code_member,val_year,mem_dues,yet_money,incom_flag,regi_date) "
         "values ('{selected_pers_no}','{code}','{cur_val_year}','{str_txt}','{str_txt}','0','{today}')",
-        {"select val_year from dues_h_tbl where pers_no='{selected_pers_no}' and val_year='{cur_val_year}' and "
+        {"select val_year from dues_h_tbl where pers_no='{selected_pers_no}' and val_year='{cur_val_year}' "
+         "and "
          "code_member='{code}' and mem_dues='{str_txt}' and regi_date='{today}'",
          "val_year"});
     change_kind(of);
@@ -99,8 +100,9 @@ void store_deleted(save& of)
 QString has_come_back(save& of)
 {
     const auto header = ask(of.db(), header_of({of.given("selected_pers_no"), of.given("cur_val_year")}));
-    return header && of.has_stored(the_header) ? QStringLiteral("그 사이에 이 년도의 회비가 다시 등록되었습니다.")
-                                               : QString{};
+    return header && of.has_stored(the_header)
+               ? QStringLiteral("그 사이에 이 년도의 회비가 다시 등록되었습니다.")
+               : QString{};
 }
 
 constexpr changed_record the_year{
@@ -108,7 +110,8 @@ constexpr changed_record the_year{
         return std::vector<changed_record::field>{{"code_member", "code"}, {"mem_dues", "str_txt"}};
     }};
 
-values slots_of(const dues_year& year, const QString& code_member, const QString& mem_dues, const QString& today)
+values slots_of(const dues_year& year, const QString& code_member, const QString& mem_dues,
+                const QString& today)
 {
     values given = slots_of(year);
     given.add(values{{"code", code_member}, {"str_txt", mem_dues}, {"today", today}});

@@ -23,8 +23,8 @@ question<std::optional<dues_header>> header_of(const dues_year& year);
 /// The member's name by the copy of the last search; empty where he is not in it.
 QString member_name(connection& local, const QString& pers_no);
 
-/// Opens the year with nothing paid, and makes its kind the member's, in this workstation's copy too. An amount
-/// in whole won; `today` is "yyyymmdd". No kind chosen is an empty code.
+/// Opens the year with nothing paid, and makes its kind the member's, in this workstation's copy too. An
+/// amount in whole won; `today` is "yyyymmdd". No kind chosen is an empty code.
 planned_save add_year(const dues_year& year, const QString& code_member, const QString& mem_dues,
                       const QString& today);
 /// Changes kind and amount of the year, and makes the kind the member's, even that of a year long gone.

@@ -76,8 +76,8 @@ mem_ud_dlg::mem_ud_dlg(client& c, desk& at, QWidget* over)
     });
 }
 
-/// The kind is picked as by the operator, so that the amount is that of the fee table as it is now: as in use;
-/// must not change. What is stored stands below it.
+/// The kind is picked as by the operator, so that the amount is that of the fee table as it is now: as in
+/// use; must not change. What is stored stands below it.
 void mem_ud_dlg::show_header(const std::optional<dues_header>& header)
 {
     if (!header)

@@ -169,13 +169,15 @@ void store_changed(save& of)
     of.write_here({"copy", "이 PC의 검색 결과"}, text);
     // A web password is nowhere noted: one that is finished later leaves it as it is.
     of.write({"web login", "웹 아이디"},
-             of.has("passwd") ? "update id_tbl set id='{id}' ,passwd='{passwd}' where pers_no='{selected_pers_no}'"
-                              : "update id_tbl set id='{id}' where pers_no='{selected_pers_no}'");
+             of.has("passwd")
+                 ? "update id_tbl set id='{id}' ,passwd='{passwd}' where pers_no='{selected_pers_no}'"
+                 : "update id_tbl set id='{id}' where pers_no='{selected_pers_no}'");
     of.write({"years", "회비 년도"},
              "update dues_h_tbl set pers_no='{pers_no}' where pers_no='{selected_pers_no}'");
     of.write({"payments", "회비 입금"},
              "update dues_b_tbl set pers_no='{pers_no}' where pers_no='{selected_pers_no}'");
-    of.write({"pledge", "약정"}, "update contract set pers_no='{pers_no}' where pers_no='{selected_pers_no}'");
+    of.write({"pledge", "약정"},
+             "update contract set pers_no='{pers_no}' where pers_no='{selected_pers_no}'");
     of.write({"instalments", "약정 입금"},
              "update contract_list set pers_no='{pers_no}' where pers_no='{selected_pers_no}'");
     of.write({"workplaces", "근무처"},
@@ -192,9 +194,8 @@ QString old_number_is_taken(save& of)
     return QStringLiteral("그 사이에 예전 번호로 다른 회원이 등록되었습니다.");
 }
 
-constexpr changed_record the_row{"select * from person_m_tbl where pers_no='{selected_pers_no}'", [] {
-                                     return changed_fields(edited_columns({}, {}));
-                                 }};
+constexpr changed_record the_row{"select * from person_m_tbl where pers_no='{selected_pers_no}'",
+                                 [] { return changed_fields(edited_columns({}, {})); }};
 
 void store_deleted(save& of)
 {

@@ -74,26 +74,27 @@ void store_payment(save& of)
                    "dues_id"});
     // Without a year: at registration the member has one header, and it is that one.
     const bool in_full = of.given("incom_flag") == QLatin1String("1");
-    of.write_once({"balance", "미수금"},
-                  in_full ? "update dues_h_tbl set yet_money=yet_money-{amount},incom_flag='1' where "
-                            "pers_no='{pers_no}' and code_member='{code_member}'"
-                          : "update dues_h_tbl set yet_money=yet_money-{amount},incom_flag='0' where "
-                            "pers_no='{pers_no}' and code_member='{code_member}'",
-                  {"select val_year from dues_h_tbl where pers_no='{pers_no}' and code_member='{code_member}' and "
-                   "yet_money=mem_dues-{amount} and incom_flag='{incom_flag}'",
-                   "val_year"});
+    of.write_once(
+        {"balance", "미수금"},
+        in_full ? "update dues_h_tbl set yet_money=yet_money-{amount},incom_flag='1' where "
+                  "pers_no='{pers_no}' and code_member='{code_member}'"
+                : "update dues_h_tbl set yet_money=yet_money-{amount},incom_flag='0' where "
+                  "pers_no='{pers_no}' and code_member='{code_member}'",
+        {"select val_year from dues_h_tbl where pers_no='{pers_no}' and code_member='{code_member}' and "
+         "yet_money=mem_dues-{amount} and incom_flag='{incom_flag}'",
+         "val_year"});
 }
 
 void store_pledge(save& of)
 {
     if (of.given("dues_in").isEmpty())
         return of.remark(QStringLiteral("약정은 입력하지 않으셨습니다."));
-    of.write_once(
-        {"pledge", "약정"},
-        "insert into contract(con_day,pers_no,con_amount,con_money,con_check,con_finish) "
-        "values ('{today}','{pers_no}','{dues_in}','0','0','0')",
-        {"select con_day from contract where pers_no='{pers_no}' and con_day='{today}' and con_amount='{dues_in}'",
-         "con_day"});
+    of.write_once({"pledge", "약정"},
+                  "insert into contract(con_day,pers_no,con_amount,con_money,con_check,con_finish) "
+                  "values ('{today}','{pers_no}','{dues_in}','0','0','0')",
+                  {"select con_day from contract where pers_no='{pers_no}' and con_day='{today}' and "
+                   "con_amount='{dues_in}'",
+                   "con_day"});
 }
 
 void store_workplace(save& of)
@@ -110,10 +111,11 @@ void store_workplace(save& of)
 void store_all(save& of)
 {
     static const std::string text = insert_text("person_m_tbl", member_row({}, {}));
-    of.write_once({"member", "회원"}, text,
-                  {"select pers_no from person_m_tbl where pers_no='{pers_no}' and pers_name='{pers_name}' and "
-                   "regi_date='{today}'",
-                   "pers_no"});
+    of.write_once(
+        {"member", "회원"}, text,
+        {"select pers_no from person_m_tbl where pers_no='{pers_no}' and pers_name='{pers_name}' and "
+         "regi_date='{today}'",
+         "pers_no"});
     of.write_once({"year", "올해 회비"},
                   "insert into dues_h_tbl("
                   "pers_no,code_member,val_year,"

@@ -25,8 +25,8 @@ std::optional<refusal> check_member(const new_member& typed);
 /// Whether the register has a member of that resident number.
 bool is_registered(connection& db, const QString& pers_no);
 
-/// The member, the dues of this year, the payment if both its dates are there, the pledge of a lifetime fee and
-/// the workplace as far as they are filled in: what is not is remarked. `today` is "yyyymmdd".
+/// The member, the dues of this year, the payment if both its dates are there, the pledge of a lifetime fee
+/// and the workplace as far as they are filled in: what is not is remarked. `today` is "yyyymmdd".
 planned_save register_member(const new_member& typed, const QString& today);
 
 extern const save_act registration_act;

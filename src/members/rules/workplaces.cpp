@@ -37,7 +37,8 @@ std::optional<rows> read_workplace_of(connection& db, const QString& pers_no, co
 
 question<QString> workplace_ids_of(const QString& pers_no)
 {
-    return {{"select company_id from company where pers_no='{selected_pers_no}'", {{"selected_pers_no", pers_no}}},
+    return {{"select company_id from company where pers_no='{selected_pers_no}'",
+             {{"selected_pers_no", pers_no}}},
             [](const rows& found) { return keys_of(found, "company_id"); }};
 }
 
@@ -78,9 +79,8 @@ void store_deleted(save& of)
              "delete from company where pers_no='{selected_pers_no}' and company_id='{cur_company_id}'");
 }
 
-constexpr changed_record the_workplace{"select * from company where company_id='{cur_company_id}'", [] {
-                                           return changed_fields(workplace_columns({}, {}, {}));
-                                       }};
+constexpr changed_record the_workplace{"select * from company where company_id='{cur_company_id}'",
+                                       [] { return changed_fields(workplace_columns({}, {}, {})); }};
 
 } // namespace
 

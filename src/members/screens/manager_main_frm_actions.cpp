@@ -115,16 +115,18 @@ void manager_main_frm::edit_member()
     if (why)
         return refuse(*why);
     if (leaves_what_is_seen(columns, shown_->front(), c_.session_branch) &&
-        !c_.say.ask({QStringLiteral("이 회원을 %1(으)로 옮기면 다음 검색부터 이 지부의 목록에 나오지 않고, 다시 "
-                                    "옮기는 것은 그 지부나 본회에서만 할 수 있습니다.\n\n옮기시겠습니까?")
-                         .arg(fields.bran_cbb->currentText()),
-                     confirmation, sign::exclamation},
-                    QStringLiteral("옮기기(&M)"), QStringLiteral("그만두기"), answer::second))
+        !c_.say.ask(
+            {QStringLiteral("이 회원을 %1(으)로 옮기면 다음 검색부터 이 지부의 목록에 나오지 않고, 다시 "
+                            "옮기는 것은 그 지부나 본회에서만 할 수 있습니다.\n\n옮기시겠습니까?")
+                 .arg(fields.bran_cbb->currentText()),
+             confirmation, sign::exclamation},
+            QStringLiteral("옮기기(&M)"), QStringLiteral("그만두기"), answer::second))
         return;
     if (!may_overwrite(columns))
         return;
-    carry_out_edit(c_.begin(change_member(c_.selected_pers_no, columns, fields.id_txt->text(),
-                                          fields.passwd_txt->text(), values_before(columns, shown_->front()))));
+    carry_out_edit(
+        c_.begin(change_member(c_.selected_pers_no, columns, fields.id_txt->text(), fields.passwd_txt->text(),
+                               values_before(columns, shown_->front()))));
 }
 
 void manager_main_frm::carry_out_edit(save edit)
@@ -254,7 +256,8 @@ void manager_main_frm::choose_year_to_pay()
     constexpr int yet_money = 3;
     std::vector<shown_year> years;
     for (int row = 0; row < dues_h_grd->filled_rows(); ++row)
-        years.push_back({dues_h_grd->cell(row, 0), whole_part(dues_h_grd->cell(row, yet_money).remove(u','))});
+        years.push_back(
+            {dues_h_grd->cell(row, 0), whole_part(dues_h_grd->cell(row, yet_money).remove(u','))});
     const auto year = year_to_pay(years);
     if (!year)
         return;

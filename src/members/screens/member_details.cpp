@@ -14,7 +14,8 @@
 
 namespace orvo {
 
-member_details::member_details(client& c, desk& at) : fields{c, at, this}, number_line{quiet_line(QStringLiteral("number_line"))}, c_{c}
+member_details::member_details(client& c, desk& at)
+    : fields{c, at, this}, number_line{quiet_line(QStringLiteral("number_line"))}, c_{c}
 {
     setObjectName(QStringLiteral("member_details"));
     fields.get_mail_cbb->addItem(QStringLiteral("발송중지"));

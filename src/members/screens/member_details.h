@@ -20,8 +20,8 @@ public:
     void show_member(const rows::row& member);
     void show_web_identity(const web_identity& login);
 
-    /// The list that takes a picker's hits. It holds nothing else then, and is filled again with the next member:
-    /// a code that it has not would look as if he had none.
+    /// The list that takes a picker's hits. It holds nothing else then, and is filled again with the next
+    /// member: a code that it has not would look as if he had none.
     code_list* list_for(std::string_view table);
 
     member_fields fields;

@@ -20,8 +20,8 @@ namespace {
 
 const QString confirmation = QStringLiteral("확인");
 
-/// The first item is empty and stands where the others' first would, in the months that of January: as in use;
-/// must not change.
+/// The first item is empty and stands where the others' first would, in the months that of January: as in
+/// use; must not change.
 QStringList behind_an_empty_item(QStringList texts)
 {
     texts.prepend(QString{});
@@ -53,8 +53,9 @@ workplace_dlg::workplace_dlg(const QString& name, qint16 code, client& c, desk& 
       no_name_{quiet_line(QStringLiteral("no_name"), 2)}, save_{c}
 {
     const auto look_at_name = [this](const QString& typed) {
-        no_name_->setText(typed.isEmpty() ? QStringLiteral("근무처명이 비어 있으면 저장하지 않고 창을 닫습니다.")
-                                         : QString{});
+        no_name_->setText(typed.isEmpty()
+                              ? QStringLiteral("근무처명이 비어 있으면 저장하지 않고 창을 닫습니다.")
+                              : QString{});
     };
     connect(fields_.com_name_txt, &QLineEdit::textChanged, this, look_at_name);
     look_at_name({});
@@ -83,13 +84,17 @@ QLayout* workplace_dlg::arrange(QLabel* below_fax)
                         row("운영형태", {w.use_cbb}, true),
                         row("허가병상", {w.sick_txt})});
     std::vector<entry> reach_rows{
-        row("회사주소", {w.com_post1_txt, "-", w.com_post2_txt, w.com_img}), row("", {w.com_addr_txt}, true),
+        row("회사주소", {w.com_post1_txt, "-", w.com_post2_txt, w.com_img}),
+        row("", {w.com_addr_txt}, true),
         row("전화번호", {w.com_tel[0], "-", w.com_tel[1], "-", w.com_tel[2]}),
-        row("팩스번호", {w.fax[0], "-", w.fax[1], "-", w.fax[2]}), row("1식재료비", {w.meal_s_txt, "원"}),
+        row("팩스번호", {w.fax[0], "-", w.fax[1], "-", w.fax[2]}),
+        row("1식재료비", {w.meal_s_txt, "원"}),
         row("1일급식인원", {"아침", w.np[0], "점심", w.np[1], "저녁", w.np[2], "야식", w.np[3]}),
         row("급식종사자수", {"영양사", w.mnp[0], "조리사", w.mnp[1], "조리원", w.mnp[2]}),
-        row("겸직여부", {w.pers_multy_cbb}), row("공동관리", {w.join_con_cbb, "공동조리", w.join_cook_cbb}),
-        row("위생교육여부", {w.san_edu_cbb}), row("우선 근무처여부", {w.primary_cbb})};
+        row("겸직여부", {w.pers_multy_cbb}),
+        row("공동관리", {w.join_con_cbb, "공동조리", w.join_cook_cbb}),
+        row("위생교육여부", {w.san_edu_cbb}),
+        row("우선 근무처여부", {w.primary_cbb})};
     if (below_fax)
         reach_rows.insert(reach_rows.begin() + 4, row("", {below_fax}, true));
     auto* reach = form(reach_rows);
@@ -206,8 +211,9 @@ void comp_in_dlg::look_at_fax()
 {
     const bool is_typed =
         std::ranges::any_of(fields_.fax, [](const QLineEdit* each) { return !each->text().isEmpty(); });
-    one_fax_->setText(is_typed ? QStringLiteral("첫 칸의 번호만 세 번 이어 저장됩니다. 저장한 뒤 [수정]에서 고치십시오.")
-                               : QString{});
+    one_fax_->setText(
+        is_typed ? QStringLiteral("첫 칸의 번호만 세 번 이어 저장됩니다. 저장한 뒤 [수정]에서 고치십시오.")
+                 : QString{});
 }
 
 void comp_in_dlg::search()
@@ -246,8 +252,8 @@ planned_save comp_in_dlg::plan()
 }
 
 comp_ud_dlg::comp_ud_dlg(client& c, desk& at, QWidget* over)
-    : workplace_dlg{QStringLiteral("comp_ud_dlg"), screen_code::comp_ud_dlg, c, at, over}, opened_from_{
-                                                                                             c.current_screen}
+    : workplace_dlg{QStringLiteral("comp_ud_dlg"), screen_code::comp_ud_dlg, c, at, over},
+      opened_from_{c.current_screen}
 {
     c_.current_screen = screen_code::comp_ud_dlg; // by which its pickers find it
     lay_out(below({heading(QStringLiteral("근무처 수정")), arrange()}));

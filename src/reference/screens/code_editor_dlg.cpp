@@ -36,7 +36,9 @@ QString state_of(const addition& made)
     QString reason = failures::in_words(*made.failure);
     if (why == failure_kind::duplicate)
         reason = QStringLiteral("다른 컴퓨터에서 같은 코드를 먼저 추가하였습니다.");
-    else if (why == failure_kind::line_lost || why == failure_kind::outcome_unknown)
+    else if (why == failure_kind::outcome_unknown)
+        reason = QStringLiteral("서버의 응답을 받지 못했습니다.");
+    else if (why == failure_kind::line_lost)
         reason = QStringLiteral("서버와의 연결이 끊어졌습니다.");
     return where.arg(made.code) + u'\n' + reason;
 }

@@ -63,11 +63,10 @@ QStringList fetch_all(client& c, QWidget* over)
 void fetch_codes(client& c, QWidget* over)
 {
     const QStringList changed = fetch_all(c, over);
-    c.say.tell({changed.isEmpty()
-                    ? QStringLiteral("코드표가 서버와 같습니다. 바뀐 것이 없습니다.")
-                    : QStringLiteral("코드표를 새로 받았습니다.\n바뀐 코드표: %1\n\n"
-                                     "열려 있는 화면의 목록은 그 화면을 다시 열면 바뀝니다.")
-                          .arg(changed.join(QStringLiteral(", "))),
+    c.say.tell({changed.isEmpty() ? QStringLiteral("코드표가 서버와 같습니다. 바뀐 것이 없습니다.")
+                                  : QStringLiteral("코드표를 새로 받았습니다.\n바뀐 코드표: %1\n\n"
+                                                   "열려 있는 화면의 목록은 그 화면을 다시 열면 바뀝니다.")
+                                        .arg(changed.join(QStringLiteral(", "))),
                 QStringLiteral("확인"), sign::information});
 }
 

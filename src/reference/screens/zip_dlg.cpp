@@ -44,9 +44,10 @@ zip_dlg::zip_dlg(client& c, desk& at, QWidget* over)
 bool zip_dlg::has_codes()
 {
     const bool are_there = has_postal_codes(c_.local_conn);
-    no_codes_->setText(are_there ? QString{}
-                                 : QStringLiteral("이 컴퓨터에는 우편번호가 없습니다. 관리자에게 우편번호 넣기"
-                                                  "(orvo_db import-zip)를 요청하십시오."));
+    no_codes_->setText(are_there
+                           ? QString{}
+                           : QStringLiteral("이 컴퓨터에는 우편번호가 없습니다. 관리자에게 우편번호 넣기"
+                                            "(orvo_db import-zip)를 요청하십시오."));
     return are_there;
 }
 

@@ -128,7 +128,8 @@ std::optional<listed_receipts> fill_queue(connection& db, connection& local, con
     filling queue{local, by, now};
     db.read_many(
         wanted.asked,
-        [&](std::size_t place, const rows& payments) { queue.add(payments, wanted.to_workplace[place]); }, follow);
+        [&](std::size_t place, const rows& payments) { queue.add(payments, wanted.to_workplace[place]); },
+        follow);
     return queue.finish();
 }
 
@@ -148,13 +149,12 @@ std::string_view members_text(receipt_item by)
 } // namespace
 
 std::optional<listed_receipts> queue_receipts(connection& db, connection& local,
-                                              const member_receipts& wanted, const searcher& by, progress* follow,
-                                              const std::function<void()>& found_some)
+                                              const member_receipts& wanted, const searcher& by,
+                                              progress* follow, const std::function<void()>& found_some)
 {
     statement members{std::string{members_text(wanted.item)},
                       {{"key", wanted.key}, {"kind", wanted.code_member}}};
-    narrow_to_branch(members.text, members.given, wanted.session_branch,
-                     " and code_bran='{session_branch}'");
+    narrow_to_branch(members.text, members.given, wanted.session_branch, " and code_bran='{session_branch}'");
     members.text += " and code_member='{kind}'";
     const payment_texts payments{std::string{home_text}, std::string{workplace_text}, {}};
     return fill_queue(db, local, members, "get_mail_place", payments, {by.admin_id, wanted.session_branch},
@@ -164,8 +164,8 @@ std::optional<listed_receipts> queue_receipts(connection& db, connection& local,
 /// A member with several payments in the period is found once for each of them, and each time gets all of
 /// them: two payments are four receipts, three are nine. As in use; must not change.
 std::optional<listed_receipts> queue_receipts(connection& db, connection& local,
-                                              const period_receipts& wanted, const searcher& by, progress* follow,
-                                              const std::function<void()>& found_some)
+                                              const period_receipts& wanted, const searcher& by,
+                                              progress* follow, const std::function<void()>& found_some)
 {
     const bool at_head_office = wanted.place == paid_at::head_office;
     const std::string period = at_head_office ? " and b.pers_mem_day between '{from}' and '{to}'"

@@ -124,8 +124,9 @@ void receipt_dlg::show_count()
 void receipt_dlg::print()
 {
     if (!is_listed_)
-        return refuse({QStringLiteral("출력할 영수증이 목록에 없습니다. 먼저 검색하십시오."), {}, sign::exclamation},
-                      search_img);
+        return refuse(
+            {QStringLiteral("출력할 영수증이 목록에 없습니다. 먼저 검색하십시오."), {}, sign::exclamation},
+            search_img);
     QStringList out;
     for (int at = 0; at < print_lst->filled_rows(); ++at)
         if (!print_lst->is_ticked(at))
