@@ -66,9 +66,16 @@ auto save::towards(const save_step& what, act sent)
     try {
         return sent();
     } catch (const db_failure& failure) {
-        if (failure.kind() == failure_kind::outcome_unknown)
+        using enum failure_kind;
+        const QString words = QString::fromUtf8(what.words);
+        const failure_kind kind = failure.kind();
+        const bool is_no_answer = kind == line_lost || kind == cancelled || kind == timed_out;
+        if (kind == outcome_unknown)
             doubtful_ = QLatin1String{what.id};
-        throw failure.behind(stored_words_, QString::fromUtf8(what.words));
+        else if (doubtful_ == QLatin1String{what.id} && is_no_answer) // as it was before this try
+            throw db_failure{outcome_unknown, failure.text(), failure.statement(), failure.code()}.behind(
+                stored_words_, words);
+        throw failure.behind(stored_words_, words);
     }
 }
 
@@ -86,6 +93,16 @@ bool save::finds(const lookalikes_of_row& alike)
     return false;
 }
 
+/// Where that cannot be told the step is in doubt as it was.
+bool save::is_stored_already(const lookalikes_of_row& alike)
+{
+    try {
+        return finds(alike);
+    } catch (const db_failure& failure) {
+        throw db_failure{failure_kind::outcome_unknown, failure.text(), failure.statement(), failure.code()};
+    }
+}
+
 void save::run(const save_step& step, connection& on, std::string_view text, const values& more,
                const lookalikes_of_row* alike)
 {
@@ -96,7 +113,7 @@ void save::run(const save_step& step, connection& on, std::string_view text, con
     if (stored_.contains(id))
         return stored_words_.append(QString::fromUtf8(step.words));
     towards(step, [&] {
-        if (alike && (was_begun_earlier_ || doubtful_ == id) && finds(*alike))
+        if (alike && (was_begun_earlier_ || doubtful_ == id) && is_stored_already(*alike))
             return;
         begin_note();
         values all = plan_.given;

@@ -137,6 +137,7 @@ private:
                                     std::initializer_list<connection::query> queries);
     void run(const save_step& step, connection& on, std::string_view text, const values& more,
              const lookalikes_of_row* alike);
+    bool is_stored_already(const lookalikes_of_row& alike);
     void begin_note();
     void mark(const save_step& step);
     template <typename act>

@@ -1,6 +1,7 @@
 #include "client/save_log.h"
 #include "db/schema/schema.h"
 #include "support/engines.h"
+#include "support/failure_of.h"
 #include "support/files.h"
 #include "support/pausable_proxy.h"
 #include "support/saves.h"
@@ -141,6 +142,11 @@ private:
             QVERIFY(!failure.missing().isEmpty());
         }
         QCOMPARE(broke, how != broken::tried_again);
+        if (how == broken::unanswered && run.what->is_in_doubt()) { // and a second press meets nobody
+            run.proxy.refuse();
+            QCOMPARE(failure_of([&] { run.what->carry_out(); }), failure_kind::outcome_unknown);
+            run.proxy.resume();
+        }
         run.watch.goes_on = true;
         run.watch.behind = {};
         // Whom it broke before anything was sent has no note: he presses again.
