@@ -34,7 +34,7 @@ class nobody : public prompts {
 public:
     void tell(const message&) override {}
     bool ask(const message&, const QString&, const QString&, answer) override { return false; }
-    QString file_to_write(const QStringList&, int) override { return {}; }
+    file_to_be file_to_write(const QStringList&, int) override { return {}; }
     void note(const QString&) override {}
 };
 

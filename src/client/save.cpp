@@ -27,15 +27,20 @@ void save::give_up()
 void save::carry_out()
 {
     passed_.clear();
-    stored_words_.clear();
     try {
         plan_.act->steps(*this);
-    } catch (const db_failure&) {
+    } catch (const db_failure& failure) {
+        using enum failure_kind;
         if (is_noted_ && !was_begun_earlier_ &&
             !is_begun()) { // nothing came of it: the next try is another save
             log_->end(note_, save_end::nothing_stored);
             is_noted_ = false;
         }
+        const failure_kind kind = failure.kind();
+        const bool is_no_answer = kind == line_lost || kind == cancelled || kind == timed_out;
+        if (is_in_doubt() && is_no_answer) // as it was before this try
+            throw db_failure{outcome_unknown, failure.text(), failure.statement(), failure.code()}.behind(
+                stored_words_, doubtful_words_);
         throw;
     }
     is_over_ = true;
@@ -66,16 +71,11 @@ auto save::towards(const save_step& what, act sent)
     try {
         return sent();
     } catch (const db_failure& failure) {
-        using enum failure_kind;
-        const QString words = QString::fromUtf8(what.words);
-        const failure_kind kind = failure.kind();
-        const bool is_no_answer = kind == line_lost || kind == cancelled || kind == timed_out;
-        if (kind == outcome_unknown)
+        if (failure.kind() == failure_kind::outcome_unknown) {
             doubtful_ = QLatin1String{what.id};
-        else if (doubtful_ == QLatin1String{what.id} && is_no_answer) // as it was before this try
-            throw db_failure{outcome_unknown, failure.text(), failure.statement(), failure.code()}.behind(
-                stored_words_, words);
-        throw failure.behind(stored_words_, words);
+            doubtful_words_ = QString::fromUtf8(what.words);
+        }
+        throw failure.behind(stored_words_, QString::fromUtf8(what.words));
     }
 }
 
@@ -93,16 +93,6 @@ bool save::finds(const lookalikes_of_row& alike)
     return false;
 }
 
-/// Where that cannot be told the step is in doubt as it was.
-bool save::is_stored_already(const lookalikes_of_row& alike)
-{
-    try {
-        return finds(alike);
-    } catch (const db_failure& failure) {
-        throw db_failure{failure_kind::outcome_unknown, failure.text(), failure.statement(), failure.code()};
-    }
-}
-
 void save::run(const save_step& step, connection& on, std::string_view text, const values& more,
                const lookalikes_of_row* alike)
 {
@@ -111,9 +101,9 @@ void save::run(const save_step& step, connection& on, std::string_view text, con
         throw std::logic_error{"a save has two steps named " + id.toStdString()};
     passed_.insert(id);
     if (stored_.contains(id))
-        return stored_words_.append(QString::fromUtf8(step.words));
+        return;
     towards(step, [&] {
-        if (alike && (was_begun_earlier_ || doubtful_ == id) && is_stored_already(*alike))
+        if (alike && (was_begun_earlier_ || doubtful_ == id) && finds(*alike))
             return;
         begin_note();
         values all = plan_.given;

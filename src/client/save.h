@@ -130,14 +130,14 @@ private:
     bool is_over_ = false;
     QStringList stored_; ///< by identity
     QStringList stored_words_;
-    QString doubtful_;
+    QString doubtful_; ///< the step that was sent and not answered, by identity and in words
+    QString doubtful_words_;
     QSet<QString> passed_; ///< in this try
 
     std::vector<rows> read_together(const save_step& for_what,
                                     std::initializer_list<connection::query> queries);
     void run(const save_step& step, connection& on, std::string_view text, const values& more,
              const lookalikes_of_row* alike);
-    bool is_stored_already(const lookalikes_of_row& alike);
     void begin_note();
     void mark(const save_step& step);
     template <typename act>

@@ -120,6 +120,8 @@ const std::vector<act>& acts()
         {"a click on a member who gets a web login",
          [](far_away& at) {
              at.its_register.connect().direct("delete from id_tbl");
+             if (!at.proxy)
+                 at.its_register.sql_server().take_batches(); // which that was one of
              open_console(at);
              click_row(&control<QListWidget>(*at.screen, "custom_lst"), 0);
          },
