@@ -3,7 +3,8 @@
 # What needs peers or hundreds of falls, by hand and before each release; not in CI. On the embedded engine and on a
 # PostgreSQL server of its own a client is killed in the middle of its saves that often (300), and the next start
 # finishes what was begun; 10 workstations work while their server falls; failures at a commit, time-outs and lost
-# answers by the tests of the lines. Prints the table of docs/trust.md; ends with 1 where something is lost.
+# answers by the tests of the lines; what has threads under the thread sanitizer. Prints what docs/trust.md quotes; ends
+# with 1 where something is lost.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 times=${1:-300}
