@@ -1,4 +1,5 @@
 #include "client_saves.h"
+#include "nobody.h"
 
 #include "client/configuration.h"
 #include "dues/rules/payments.h"
@@ -30,14 +31,6 @@ namespace {
 
 const QString today = QStringLiteral("20260131");
 
-class nobody : public prompts {
-public:
-    void tell(const message&) override {}
-    bool ask(const message&, const QString&, const QString&, answer) override { return false; }
-    file_to_be file_to_write(const QStringList&, int) override { return {}; }
-    void note(const QString&) override {}
-};
-
 constexpr const save_act* acts[]{&registration_act, &member_changed, &member_deleted, &workplace_added,
                                  &payment_added};
 
@@ -54,7 +47,7 @@ struct workstation {
             each->open();
     }
 
-    nobody say;
+    bench::nobody say;
     client c;
 };
 

@@ -39,15 +39,11 @@ say() { echo "$(date +%T) $*" >&2; }
 work=$(mktemp -d -t orvo-load-XXXXXX)
 running=()
 clean_up() {
-    trap '' INT TERM HUP
     ((${#running[@]} == 0)) || kill -TERM "${running[@]}" 2>/dev/null || true
     remove_server
     rm -rf "$work"
 }
-trap clean_up EXIT
-trap 'exit 130' INT
-trap 'exit 143' TERM
-trap 'exit 129' HUP
+whatever_happens clean_up
 
 read -r -a days <<<"$clients"
 most=$(printf '%s\n' "${days[@]}" | sort -n | tail -n 1)

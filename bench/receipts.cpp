@@ -1,5 +1,7 @@
 #include "ui/widgets_pch.h"
 
+#include "receipt_period.h"
+
 #include "client/configuration.h"
 #include "dues/receipts/screens/dues_receipt_dlg.h"
 #include "dues/receipts/screens/receipt_dsg.h"
@@ -25,7 +27,6 @@ using std::chrono::steady_clock;
 
 namespace {
 
-constexpr qint64 payments = 20'000;
 constexpr int pages = 2'000;
 
 [[noreturn]] void give_up(const QString& why)
@@ -94,26 +95,13 @@ public:
         while (!watch.has_painted)
             QCoreApplication::processEvents();
         settle();
-        if (view->page_count() < payments * 9 / 10) // some members have stopped their mail
+        if (view->page_count() < bench::queued_payments * 9 / 10) // some members have stopped their mail
             give_up(QStringLiteral("%1 pages only").arg(view->page_count()));
     }
 
 private:
     client& c_;
 };
-
-/// The last day of the shortest period from that day on that holds so many payments to the head office.
-QDate last_day(client& c, QDate from)
-{
-    for (QDate to = from; to.year() < from.year() + 6; to = to.addDays(1))
-        if (c.db_conn.number(
-                "select count(*) as n from person_m_tbl a ,dues_b_tbl b where a.pers_no=b.pers_no "
-                "and b.pers_mem_day between '{from}' and '{to}'",
-                {{"from", from.toString(QStringLiteral("yyyyMMdd"))},
-                 {"to", to.toString(QStringLiteral("yyyyMMdd"))}}) >= payments)
-            return to;
-    give_up(QStringLiteral("the register has too few payments"));
-}
 
 void press(QWidget& in, const char* name)
 {
@@ -167,19 +155,21 @@ int main(int argc, char** argv)
 
     report_desk at{c};
     const QDate from{2025, 1, 2};
-    const QDate to = last_day(c, from);
+    const std::optional<QDate> to = bench::last_day_of_queue(c.db_conn, from);
+    if (!to)
+        give_up(QStringLiteral("the register has too few payments"));
     for (int round = 0; round < std::atoi(argv[4]); ++round) {
         dues_receipt_dlg dlg{c, at, nullptr};
         dlg.show();
         choose(dlg, "1", from);
-        choose(dlg, "2", to);
+        choose(dlg, "2", *to);
         dlg.findChild<code_list*>(QStringLiteral("receipt_cbb"))->choose_code(1);
         settle();
         const double taken = milliseconds_of([&] {
             press(dlg, "search_img");
             press(dlg, "print_img");
         });
-        tell("receipt_queue", "client", payments, taken);
+        tell("receipt_queue", "client", bench::queued_payments, taken);
     }
 
     c.local_conn.direct("delete from print_tbl where rowid not in (select rowid from print_tbl limit " +

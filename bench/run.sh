@@ -144,6 +144,11 @@ receipts() { # engine files
     say "receipts, $1"
     move_in "$1" 100000
     "$bin/bench_receipts" "$1" 100000 "$work" "$queues" "$2" >>"$samples.new"
+    [[ $1 == postgresql ]] || return 0
+    cp "$ORVO_HOME/orvo.mdb" "$work/floor.mdb"
+    rm -f "$work"/floor.mdb-*
+    "$bin/bench_receipt_queue" 100000 "$ORVO_TEST_POSTGRESQL dbname=orvo_100000" "$work/floor.mdb" \
+        $((queues * 3)) >>"$samples.new"
 }
 
 measure() { # engine

@@ -210,6 +210,22 @@ void print_receipt_queue(const std::string& engine)
               spread(times, "ms"), "", "", "30 s", median(times) <= 30'000);
 }
 
+void print_receipt_statements()
+{
+    const auto& client = found_of("postgresql", large_register, "receipt_statements", "client");
+    const auto& floor = found_of("postgresql", large_register, "receipt_statements", "floor");
+    const auto& far_away = found_of("postgresql", large_register, "receipt_line", "client");
+    if (client.empty() || floor.empty() || far_away.empty())
+        return print_missing("the statements of a receipt queue");
+    const auto& [found, times] = *client.begin();
+    const std::string caption = "the statements of a queue of " + thousands(found) + " payments, postgresql";
+    const double ratio = median(times) / median(floor.at(found));
+    print_row(caption, spread(times, "ms"), spread(floor.at(found), "ms"), text("%.2f", ratio), "1.5 times",
+              ratio <= 1.5);
+    const double time = median(far_away.at(found));
+    print_row(caption + ", each answer 50 ms late", text("%.0f ms", time), "", "", "5 s", time <= 5'000);
+}
+
 void print_receipt_pdf()
 {
     const auto& client = found_of("embedded", large_register, "receipt_pdf", "client");
@@ -273,6 +289,8 @@ int main(int argc, char** argv)
     print_file("csv", "a CSV", "codec");
     for (const std::string& each : engines)
         print_receipt_queue(each);
+    if (engines.size() > 1)
+        print_receipt_statements();
     print_receipt_pdf();
     for (const std::string& each : engines)
         print_peak(each);

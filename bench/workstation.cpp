@@ -1,3 +1,4 @@
+#include "nobody.h"
 #include "working_day.h"
 
 #include "client/configuration.h"
@@ -15,14 +16,6 @@ using namespace orvo;
 /// its start, says "ready", waits for the end of its standard input, works, and says "evening".
 
 namespace {
-
-class nobody : public prompts {
-public:
-    void tell(const message&) override {}
-    bool ask(const message&, const QString&, const QString&, answer) override { return false; }
-    file_to_be file_to_write(const QStringList&, int) override { return {}; }
-    void note(const QString&) override {}
-};
 
 QDateTime day_of_load() // nothing in the register is of that day
 {
@@ -47,7 +40,7 @@ int main(int argc, char** argv)
     const auto text = [&line](const char* name) { return line.value(QString::fromLatin1(name)); };
 
     std::setvbuf(stdout, nullptr, _IOLBF, 0); // what it told stands, whatever ends it
-    nobody say;
+    bench::nobody say;
     const program_folder folder = open_program_folder(text("home"));
     client c{folder, read_server_address(folder), say, day_of_load};
     c.session_branch = QStringLiteral("0");

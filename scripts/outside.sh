@@ -13,14 +13,10 @@ source scripts/postgresql_server.sh
 
 work=$(mktemp -d -t orvo-outside-XXXXXX)
 clean_up() {
-    trap '' INT TERM HUP
     remove_server
     rm -rf "$work"
 }
-trap clean_up EXIT
-trap 'exit 130' INT
-trap 'exit 143' TERM
-trap 'exit 129' HUP
+whatever_happens clean_up
 
 result=0
 make_server fsync=on max_connections=60

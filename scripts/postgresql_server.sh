@@ -6,6 +6,7 @@
 #                            the spot, as with a machine that falls
 #   start_server             starts it again, where it was
 #   remove_server            stops it if it runs, and takes its files away; to be called whatever happened
+#   whatever_happens NAME    lets that function be called at the end of the script, signals included
 
 server_folder=
 server_port=
@@ -94,4 +95,12 @@ remove_server() {
         run_server_program pg_ctl -m immediate -w stop >/dev/null 2>&1 || true
     fi
     rm -rf "$server_folder"
+}
+
+whatever_happens() {
+    # shellcheck disable=SC2064
+    trap "trap '' INT TERM HUP; $1" EXIT
+    trap 'exit 130' INT
+    trap 'exit 143' TERM
+    trap 'exit 129' HUP
 }

@@ -8,14 +8,10 @@ source "$(dirname "$0")/postgresql_server.sh"
 
 child=
 clean_up() {
-    trap '' INT TERM HUP
     [[ -z $child ]] || kill -TERM -- "-$child" 2>/dev/null || true
     remove_server
 }
-trap clean_up EXIT
-trap 'exit 130' INT
-trap 'exit 143' TERM
-trap 'exit 129' HUP
+whatever_happens clean_up
 
 make_server fsync=off synchronous_commit=off full_page_writes=off max_connections=50
 # A process group of its own, so that an interrupted run leaves none of the command's children behind. `wait` hears

@@ -66,21 +66,6 @@ struct text_hash {
     std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
 };
 
-/// How many of the statements go out together: as many as the engine takes, and no more than a megabyte.
-std::size_t chunk_size(std::span<const connection::query> queries, std::size_t most)
-{
-    constexpr std::size_t most_bytes = 1 << 20;
-    std::size_t count = 0;
-    std::size_t bytes = 0;
-    while (count < std::min(queries.size(), most) && (count == 0 || bytes < most_bytes)) {
-        bytes += queries[count].text.size();
-        for (const values::value& each : queries[count].given)
-            bytes += each.text.size();
-        ++count;
-    }
-    return count;
-}
-
 } // namespace
 
 struct connection::known {
@@ -178,12 +163,26 @@ void connection::ask_and_reopen(const db_failure& lost)
     }
 }
 
-void connection::persist(const ready_statement& first, progress* follow, const qint64& so_far,
+std::size_t connection::chunk_size(std::span<const query> queries, std::size_t most)
+{
+    constexpr std::size_t most_bytes = 1 << 20;
+    std::size_t count = 0;
+    std::size_t bytes = 0;
+    while (count < std::min(queries.size(), most) && (count == 0 || bytes < most_bytes)) {
+        bytes += queries[count].text.size();
+        for (const values::value& each : queries[count].given)
+            bytes += each.text.size();
+        ++count;
+    }
+    return count;
+}
+
+void connection::persist(const sending& what, progress* follow, const qint64& so_far,
                          const std::function<void(const driver::tick&)>& act)
 {
     const busy_guard guard{busy_, watch_};
-    const QString name = QString::fromStdString(first.text);
-    const bool is_read = first.what == verb::select;
+    const QString name = QString::fromStdString(what.first.text);
+    const bool is_read = what.first.what == verb::select;
     // What is sent without an answer may be stored, whatever comes of the tries behind it. A transaction
     // whose line is gone is undone.
     const bool can_be_in_doubt = !is_read && !known_->in_transaction;
@@ -197,9 +196,9 @@ void connection::persist(const ready_statement& first, progress* follow, const q
                 return true;
             asked = now;
             const auto waited = std::chrono::duration_cast<milliseconds>(now - started);
-            if (follow)
-                return follow->go_on(so_far);
             const bool can_end = is_read || !way_->has_begun();
+            if (follow)
+                return follow->go_on(so_far) || !can_end;
             return !watch_ || watch_->keep_waiting(waited, can_end) || !can_end;
         };
         try {
@@ -212,7 +211,7 @@ void connection::persist(const ready_statement& first, progress* follow, const q
             up_ = false;
             lost.name(name);
             in_doubt = in_doubt || (lost.may_have_run && can_be_in_doubt);
-            if (in_doubt && !first.repeatable)
+            if (in_doubt && !what.repeatable)
                 throw lost.in_doubt();
             try {
                 ask_and_reopen(lost);
@@ -237,7 +236,7 @@ qint64 connection::run(const ready_statement& text, const values& given, row_sin
     qint64 so_far = 0;
     qint64 written = 0;
     counting_sink counted{sink, so_far};
-    persist(text, follow, so_far, [&](const driver::tick& waiting) {
+    persist({text, text.repeatable}, follow, so_far, [&](const driver::tick& waiting) {
         so_far = 0;
         written = way_->run(text, bound, text.what == verb::select ? &counted : nullptr, large, waiting);
     });
@@ -252,7 +251,7 @@ std::vector<rows> connection::run_together(std::span<const query> queries, progr
         const ready_statement& text = ready(queries[i].text, queries[i].given);
         runs.push_back({&text, text.bind(queries[i].given), &results[i]});
     }
-    persist(*runs.front().text, follow, so_far,
+    persist({*runs.front().text, true}, follow, so_far,
             [&](const driver::tick& waiting) { way_->run_together(runs, waiting); });
     return results;
 }
@@ -275,6 +274,31 @@ void connection::read_many(std::span<const query> queries,
         }
         begin += count;
     }
+}
+
+std::size_t connection::most_written_together() const
+{
+    return way_->most_written_together();
+}
+
+void connection::write_together(std::span<const query> queries, progress* follow)
+{
+    if (queries.size() > way_->most_written_together())
+        throw std::logic_error{"more writes than the engine stores together"};
+    std::vector<statement_run> runs;
+    bool repeatable = true;
+    for (const query& each : queries) {
+        const ready_statement& text = ready(each.text, each.given);
+        runs.push_back({&text, text.bind(each.given)});
+        repeatable = repeatable && text.repeatable;
+    }
+    const statement_run& first = runs.front();
+    persist({*first.text, repeatable}, follow, 0, [&](const driver::tick& waiting) {
+        if (runs.size() == 1)
+            way_->run(*first.text, first.bound, nullptr, false, waiting);
+        else
+            way_->write_together(runs, waiting);
+    });
 }
 
 rows connection::read(std::string_view text, const values& given)

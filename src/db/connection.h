@@ -91,6 +91,16 @@ public:
     void read_many(std::span<const query> queries,
                    const std::function<void(std::size_t place, rows found)>& take,
                    progress* follow = nullptr);
+    /// How many writes go out together and are stored together or not at all; 1 where the engine has no such
+    /// thing but for transactions of its own.
+    std::size_t most_written_together() const;
+    /// Writes of which all are stored or none, at the price of one wait where the engine can. A failure
+    /// other than outcome_unknown has stored none of them. The progress is asked while they are under way,
+    /// but does not end them.
+    void write_together(std::span<const query> queries, progress* follow = nullptr);
+    /// How many of the statements go out in one chunk: as many as the engine takes, and no more than a
+    /// megabyte.
+    static std::size_t chunk_size(std::span<const query> queries, std::size_t most);
     /// Row by row, for results that can be large. Ends early where the sink or the progress says so; throws
     /// failure_kind::cancelled where it was the progress.
     void read_each(std::string_view text, const values& given, row_sink& sink, progress* follow = nullptr);
@@ -118,8 +128,13 @@ private:
     bool busy_ = false;
 
     const ready_statement& ready(std::string_view text, const values& given);
+    /// What goes out at once.
+    struct sending {
+        const ready_statement& first;
+        bool repeatable; ///< twice does what once does
+    };
     /// Runs an act that sends, as often as the line breaks and the watch says to try again.
-    void persist(const ready_statement& first, progress* follow, const qint64& so_far,
+    void persist(const sending& what, progress* follow, const qint64& so_far,
                  const std::function<void(const std::function<bool()>& waiting)>& act);
     qint64 run(const ready_statement& text, const values& given, row_sink* sink, progress* follow,
                bool large);

@@ -75,6 +75,13 @@ public:
                 throw;
             }
     }
+    /// How many statements write_together takes at the most.
+    virtual std::size_t most_written_together() const { return 1; }
+    /// Writes of which all are stored or none. A failure names the one that failed.
+    virtual void write_together(std::span<const statement_run> all, const tick& waiting)
+    {
+        run_together(all, waiting);
+    }
     /// As run, for a statement that runs many times in a row: the fields as they come, no rows, no waiting.
     virtual void run_again(const ready_statement& statement, std::span<const cell> fields)
     {

@@ -33,6 +33,13 @@ db_failure db_failure::behind(QStringList stored, QString missing) const
     return told;
 }
 
+db_failure db_failure::within(QString how_far) const
+{
+    db_failure told{*this};
+    told.how_far_ = std::move(how_far);
+    return told;
+}
+
 db_failure db_failure::in_doubt() const
 {
     db_failure told{*this};

@@ -42,6 +42,8 @@ public:
     /// What a save had stored before it broke, and what it was about to store: in the operator's words.
     const QStringList& stored() const { return stored_; }
     const QString& missing() const { return missing_; }
+    /// How far a run over many rows had come, in a sentence; empty where it was none.
+    const QString& how_far() const { return how_far_; }
 
     /// Tells which statement failed, unless somebody nearer to it has told already.
     void name(const QString& statement)
@@ -53,6 +55,7 @@ public:
     const QString& place() const { return place_; }
     db_failure at(QString place) const;
     db_failure behind(QStringList stored, QString missing) const;
+    db_failure within(QString how_far) const;
     /// The same, of a write that may have been carried out all the same.
     db_failure in_doubt() const;
 
@@ -64,6 +67,7 @@ private:
     QString place_;
     QStringList stored_;
     QString missing_;
+    QString how_far_;
     QByteArray bytes_;
 };
 

@@ -48,6 +48,8 @@ public:
     {
         run_in_one_wait(line_, prepared_, all, waiting);
     }
+    /// What goes out between two syncs is one transaction.
+    std::size_t most_written_together() const override { return most_together(); }
     void direct(const std::string& sql) override;
     void load(std::string_view table, const std::vector<std::string_view>& columns,
               const std::function<bool(std::vector<cell>&)>& next) override;

@@ -87,6 +87,8 @@ public:
     bool has_begun() const override { return !is_held_; }
     qint64 run(const ready_statement& text, const std::vector<bound_value>& bound, row_sink* sink, bool large,
                const tick& waiting) override;
+    std::size_t most_written_together() const override { return most_together(); }
+    void write_together(std::span<const statement_run> all, const tick& waiting) override;
     void run_again(const ready_statement& text, std::span<const cell> fields) override;
     void direct(const std::string& sql) override;
     void load(std::string_view table, const std::vector<std::string_view>& columns,
@@ -307,6 +309,22 @@ qint64 sqlite_driver::run(const ready_statement& text, const std::vector<bound_v
     if (sqlite3_step(statement) != SQLITE_DONE)
         fail();
     return sqlite3_changes64(base_);
+}
+
+void sqlite_driver::write_together(std::span<const statement_run> all, const tick& waiting)
+{
+    const auto run_direct = [&](const char* sql) {
+        const waiting_guard guard{*this, waiting};
+        direct(sql);
+    };
+    run_direct("begin immediate");
+    try {
+        driver::write_together(all, waiting);
+        run_direct("commit");
+    } catch (...) {
+        sqlite3_exec(base_, "rollback", nullptr, nullptr, nullptr); // in vain where the engine has done it
+        throw;
+    }
 }
 
 void sqlite_driver::bind_fields(sqlite3_stmt* statement, std::span<const cell> fields)

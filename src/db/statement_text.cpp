@@ -39,14 +39,11 @@ public:
     {
         std::vector<token> found;
         while (true) {
-            const std::size_t from = at_;
             while (at_ < text_.size() && std::isspace(static_cast<unsigned char>(text_[at_])))
                 ++at_;
             if (at_ == text_.size())
                 return found;
-            const bool blank = at_ != from;
             found.push_back(next());
-            found.back().blank_before = blank;
         }
     }
 
@@ -60,15 +57,15 @@ private:
         if (c == '\'')
             return literal();
         if (c == '{')
-            return {token::kind::slot, slot_name(), {}, false};
+            return {token::kind::slot, slot_name(), {}};
         if (starts_word(c))
-            return {token::kind::word, take_while(continues_word), {}, false};
+            return {token::kind::word, take_while(continues_word), {}};
         if (is_digit(c))
-            return {token::kind::number, take_while(is_digit), {}, false};
+            return {token::kind::number, take_while(is_digit), {}};
         static constexpr std::array<std::string_view, 5> pairs{"<>", "<=", ">=", "!=", "||"};
         const std::size_t size = std::count(pairs.begin(), pairs.end(), text_.substr(at_, 2)) ? 2 : 1;
         at_ += size;
-        return {token::kind::sign, std::string{text_.substr(at_ - size, size)}, {}, false};
+        return {token::kind::sign, std::string{text_.substr(at_ - size, size)}, {}};
     }
 
     std::string take_while(bool (*belongs)(char))
@@ -91,7 +88,7 @@ private:
 
     token literal()
     {
-        token result{token::kind::literal, {}, {}, false};
+        token result{token::kind::literal, {}, {}};
         std::string constant;
         const auto flush = [&] {
             if (!constant.empty())

@@ -27,7 +27,6 @@ struct token {
     kind is = kind::sign;
     std::string text; ///< as written; of a literal empty
     std::vector<literal_piece> pieces;
-    bool blank_before = false;
 
     bool is_word(std::string_view lower) const;
     bool is_sign(std::string_view sign) const { return is == kind::sign && text == sign; }

@@ -1,7 +1,7 @@
 #include "base/cp949.h"
 #include "files/csv_cell.h"
 #include "files/new_file.h"
-#include "files/pace.h"
+#include "files/throttle.h"
 #include "files/utf8.h"
 #include "files/write_list.h"
 
@@ -134,10 +134,10 @@ qint64 write_csv(const QString& path, const text_table& list, progress* follow, 
         captions.append(each.caption);
     line_writer lines{file, encoding};
     lines.put(0, captions, {});
-    pace pace{follow};
+    throttle asked{follow};
     for (qint64 at = 0; at < list.row_count; ++at) {
         lines.put(is_numbered ? at + 1 : 0, list.row(at), list.columns);
-        pace.step(at);
+        asked.step(at);
     }
     const qint64 lost = lines.finish();
     file.finish();

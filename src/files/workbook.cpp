@@ -1,5 +1,5 @@
 #include "files/new_file.h"
-#include "files/pace.h"
+#include "files/throttle.h"
 #include "files/utf8.h"
 #include "files/write_list.h"
 
@@ -162,10 +162,10 @@ void write_workbook(const QString& path, const QStringList& header, const text_t
     for (const text_table::column& each : list.columns)
         captions.append(each.caption);
     sheet.put_row(1, captions, list.columns);
-    pace pace{follow};
+    throttle asked{follow};
     for (qint64 at = 0; at < list.row_count; ++at) {
         sheet.put_row(at + 2, list.row(at), list.columns);
-        pace.step(at + 1);
+        asked.step(at + 1);
     }
     bool ended = false;
     sheet.finish([&] { ended = (follow && !follow->go_on(list.row_count)) || ended; });

@@ -40,6 +40,8 @@ const QString unanswered_save = QStringLiteral(
 /// What of a broken save is in force, so that the operator knows what is left to do.
 QString state_of_save(const db_failure& failure)
 {
+    if (!failure.how_far().isEmpty())
+        return QStringLiteral("\n\n%1").arg(failure.how_far());
     if (failure.missing().isEmpty())
         return {};
     const bool unknown = failure.kind() == failure_kind::outcome_unknown;
@@ -66,6 +68,11 @@ void handle(prompts& say, policy how, const db_failure& failure)
 {
     if (!failure.stored().isEmpty()) // a save that stopped half way is never passed over
         return report(say, failure);
+    if (!failure.how_far().isEmpty())
+        return failure.kind() == failure_kind::cancelled
+                   ? say.tell(
+                         {QStringLiteral("취소했습니다.") + state_of_save(failure), {}, sign::information})
+                   : report(say, failure);
     switch (failure.kind()) {
     case failure_kind::cancelled:
         return say.note(QStringLiteral("취소했습니다."));

@@ -213,19 +213,19 @@ private Q_SLOTS:
             told(found).mid(2), // behind the types of the schools
             (QStringList{
                 "rows of numbers that no member has, as a save leaves them that broke: dues_h_tbl 1, "
-                "have_lic_tbl 1, contract 1; 1 number: 770303*******",
+                "have_lic_tbl 1, contract 1; 1 number: 770303-*******",
                 "rows that a change of number left behind, as in use: std_h_tbl 1, std_b_tbl 2; 1 number: "
-                "650404*******",
-                "pledges that a deletion left, as in use: contract_list 1; 1 number: 650404*******",
-                "members without any dues: 1: 990202*******",
+                "650404-*******",
+                "pledges that a deletion left, as in use: contract_list 1; 1 number: 650404-*******",
+                "members without any dues: 1: 990202-*******",
                 "years that are not settled, as what is open is not the dues less the payments: 1: "
-                "900101******* 2025",
+                "900101-******* 2025",
                 "years whose mark of payment is not that of their amount, as a change of the year leaves it "
                 "in "
-                "use: 1: 851212******* 2026",
+                "use: 1: 851212-******* 2026",
                 "the code 10 of school stands there 2 times: workstations take the first row",
                 "school has 1 row without a code, which no workstation takes",
-                "2026-11-22 10:00, kim: 회비 입금, 851212*******; stored: 입금",
+                "2026-11-22 10:00, kim: 회비 입금, 851212-*******; stored: 입금",
             }));
         QCOMPARE(run_tool(home, "sync-codes").code, 0);
     }

@@ -231,7 +231,7 @@ void tell_codes(connection& on, const table& codes, std::vector<std::string>& fi
 
 std::string hidden_number(std::string_view pers_no)
 {
-    return std::string{pers_no.substr(0, 6)} + "*******";
+    return std::string{pers_no.substr(0, 6)} + "-*******";
 }
 
 std::vector<std::string> findings_in(connection& on)
