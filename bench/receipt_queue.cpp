@@ -1,6 +1,7 @@
 #include "nobody.h"
 #include "receipt_period.h"
 
+#include "client/client.h"
 #include "client/configuration.h"
 #include "db/dialect.h"
 #include "dues/receipts/rules/receipt_search.h"
@@ -71,9 +72,9 @@ const sent_text workplace{
 /// Closes what the floor used.
 using result = std::unique_ptr<PGresult, decltype([](PGresult* each) { PQclear(each); })>;
 
-class floor {
+class raw_queue {
 public:
-    floor(const char* connection_text, const char* local_file) : line_{PQconnectdb(connection_text)}
+    raw_queue(const char* connection_text, const char* local_file) : line_{PQconnectdb(connection_text)}
     {
         if (PQstatus(line_) != CONNECTION_OK || sqlite3_open(local_file, &local_) != SQLITE_OK)
             give_up("the floor's databases do not open");
@@ -89,7 +90,7 @@ public:
         if (!insert_)
             give_up(sqlite3_errmsg(local_));
     }
-    ~floor()
+    ~raw_queue()
     {
         sqlite3_finalize(insert_);
         sqlite3_close(local_);
@@ -254,7 +255,7 @@ int main(int argc, char** argv)
                     tell("receipt_statements", "client", queue_on(c.db_conn));
                     continue;
                 }
-                floor raw{argv[2], argv[3]};
+                raw_queue raw{argv[2], argv[3]};
                 tell("receipt_statements", "floor", milliseconds_of([&] {
                          raw.queue(wanted.from.toUtf8().constData(), wanted.to.toUtf8().constData());
                      }));
