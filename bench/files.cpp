@@ -1,3 +1,5 @@
+#include "milliseconds_of.h"
+
 #include "files/write_list.h"
 
 #include <QDir>
@@ -7,7 +9,6 @@
 #include <unistd.h>
 #include <xlsxwriter.h>
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -17,6 +18,8 @@
 /// the library alone with cells that are ready for it; the ready bytes straight to the disk; and the lines
 /// once more with the toolkit's own codec, given all the text at once, before the disk. By turns, so that all
 /// meet the same weather. Usage: bench_files FOLDER ROUNDS
+
+using orvo::bench::milliseconds_of;
 
 namespace {
 
@@ -40,13 +43,6 @@ std::vector<QStringList> make_rows()
                         QStringLiteral("010%1").arg(at * 37 % 100'000'000, 8, 10, QChar{u'0'}),
                         QStringLiteral("%L1").arg(at % 90 * 10'000)});
     return rows;
-}
-
-double milliseconds_of(const auto& work)
-{
-    const auto started = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - started).count();
 }
 
 void check(bool done, const char* what)

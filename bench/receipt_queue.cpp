@@ -1,3 +1,4 @@
+#include "milliseconds_of.h"
 #include "nobody.h"
 #include "receipt_period.h"
 
@@ -12,7 +13,7 @@
 #include <libpq-fe.h>
 #include <sqlite3.h>
 
-#include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -23,6 +24,7 @@
 /// bench_receipt_queue MEMBERS CONNECTION_TEXT FLOOR_LOCAL ROUNDS
 
 using namespace orvo;
+using orvo::bench::milliseconds_of;
 
 namespace {
 
@@ -30,13 +32,6 @@ namespace {
 {
     std::fprintf(stderr, "bench_receipt_queue: %s\n", why.c_str());
     std::exit(1);
-}
-
-double milliseconds_of(const auto& work)
-{
-    const auto started = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - started).count();
 }
 
 struct sent_text {
@@ -69,7 +64,6 @@ const sent_text workplace{
         "a.code_member = c.code_member And a.code_bran = d.code_bran and a.pers_no='{pers_no}' and "
         "e.primary_flag='1' and b.pers_mem_day between '{from}' and '{to}'")};
 
-/// Closes what the floor used.
 using result = std::unique_ptr<PGresult, decltype([](PGresult* each) { PQclear(each); })>;
 
 class raw_queue {
@@ -97,7 +91,7 @@ public:
         PQfinish(line_);
     }
 
-    long queue(const char* from, const char* to)
+    void queue(const char* from, const char* to)
     {
         const char* period[]{from, to};
         const result found{PQexecPrepared(line_, members.name, 2, period, nullptr, nullptr, 0)};
@@ -128,7 +122,6 @@ public:
         }
         PQexitPipelineMode(line_);
         run("commit");
-        return queued_;
     }
 
 private:
@@ -136,7 +129,6 @@ private:
     sqlite3* local_ = nullptr;
     sqlite3_stmt* insert_ = nullptr;
     std::map<bool, std::vector<int>> columns_; ///< of a workplace's result, and of a home's
-    long queued_ = 0;
 
     void expect(const result& got, ExecStatusType wanted)
     {
@@ -187,7 +179,6 @@ private:
             if (sqlite3_step(insert_) != SQLITE_DONE)
                 give_up(sqlite3_errmsg(local_));
             sqlite3_reset(insert_);
-            ++queued_;
         }
     }
 };

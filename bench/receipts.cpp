@@ -1,5 +1,6 @@
 #include "ui/widgets_pch.h"
 
+#include "milliseconds_of.h"
 #include "receipt_period.h"
 
 #include "client/configuration.h"
@@ -23,7 +24,7 @@
 /// Usage: bench_receipts ENGINE MEMBERS FOLDER QUEUES FILES
 
 using namespace orvo;
-using std::chrono::steady_clock;
+using orvo::bench::milliseconds_of;
 
 namespace {
 
@@ -33,13 +34,6 @@ constexpr int pages = 2'000;
 {
     std::fprintf(stderr, "bench_receipts: %s\n", qPrintable(why));
     std::exit(1);
-}
-
-double milliseconds_of(const auto& work)
-{
-    const auto started = steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(steady_clock::now() - started).count();
 }
 
 /// Nobody sits here: names one file, and ends the process at any box that is not expected.

@@ -1,12 +1,12 @@
 #include "client_saves.h"
 #include "form_openings.h"
+#include "milliseconds_of.h"
 
 #include "ui/theme.h"
 
 #include <QCommandLineParser>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 
@@ -48,14 +48,6 @@ void give_turns(std::vector<member_year> from, std::initializer_list<benched_sav
     for (int i = 0; i < count; ++i)
         for (benched_save* each : saves)
             each->turns.push_back(from[at++ * from.size() / wanted]);
-}
-
-template <typename work>
-double milliseconds_of(work run)
-{
-    const auto started = std::chrono::steady_clock::now();
-    run();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - started).count();
 }
 
 void save_by_turns(orvo::client& c, save_floor* floor, const benched_save& save,

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <stdexcept>
 
 namespace orvo {
 
@@ -172,11 +173,14 @@ void batch_run::settle_doubt(bool stored)
 
 void batch_run::leave_out_row()
 {
-    if (!chunk_.empty()) {
-        stored_ += chunk_.front().done > 0;
-        chunk_.pop_front();
+    if (unanswered_ > 0)
+        throw std::logic_error{"a row of a run is left out before it is known what is stored"};
+    if (chunk_.empty()) { // it broke at a read
+        ++position_;
+        return;
     }
-    ++position_;
+    chunk_.front().writes.resize(chunk_.front().done);
+    mark_done(0);
 }
 
 QString batch_run::place(qint64 row) const

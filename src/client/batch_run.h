@@ -53,7 +53,7 @@ public:
     const std::optional<rows_in_doubt>& doubt() const { return doubt_; }
     /// The operator has looked: all of them are stored, or none.
     void settle_doubt(bool stored);
-    /// Leaves out what is missing of the row at which the run broke.
+    /// Leaves out what is missing of the row at which the run broke. Not for rows that may be stored.
     void leave_out_row();
 
     /// How far it has come: "37명 저장, 38번째(김영희)에서 중단".

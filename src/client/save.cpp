@@ -106,8 +106,6 @@ void save::run(const save_step& step, connection& on, std::string_view text, con
         if (alike && (was_begun_earlier_ || doubtful_ == id) && finds(*alike))
             return;
         begin_note();
-        if (more.empty())
-            return static_cast<void>(on.write(text, plan_.given));
         values all = plan_.given;
         all.add(more);
         on.write(text, all);

@@ -292,13 +292,8 @@ void connection::write_together(std::span<const query> queries, progress* follow
         runs.push_back({&text, text.bind(each.given)});
         repeatable = repeatable && text.repeatable;
     }
-    const statement_run& first = runs.front();
-    persist({*first.text, repeatable}, follow, 0, [&](const driver::tick& waiting) {
-        if (runs.size() == 1)
-            way_->run(*first.text, first.bound, nullptr, false, waiting);
-        else
-            way_->write_together(runs, waiting);
-    });
+    persist({*runs.front().text, repeatable}, follow, 0,
+            [&](const driver::tick& waiting) { way_->write_together(runs, waiting); });
 }
 
 rows connection::read(std::string_view text, const values& given)

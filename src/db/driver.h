@@ -80,7 +80,7 @@ public:
     /// Writes of which all are stored or none. A failure names the one that failed.
     virtual void write_together(std::span<const statement_run> all, const tick& waiting)
     {
-        run_together(all, waiting);
+        driver::run_together(all, waiting); // no more than one
     }
     /// As run, for a statement that runs many times in a row: the fields as they come, no rows, no waiting.
     virtual void run_again(const ready_statement& statement, std::span<const cell> fields)

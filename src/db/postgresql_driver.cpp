@@ -50,6 +50,10 @@ public:
     }
     /// What goes out between two syncs is one transaction.
     std::size_t most_written_together() const override { return most_together(); }
+    void write_together(std::span<const statement_run> all, const tick& waiting) override
+    {
+        run_together(all, waiting);
+    }
     void direct(const std::string& sql) override;
     void load(std::string_view table, const std::vector<std::string_view>& columns,
               const std::function<bool(std::vector<cell>&)>& next) override;

@@ -319,7 +319,7 @@ void sqlite_driver::write_together(std::span<const statement_run> all, const tic
     };
     run_direct("begin immediate");
     try {
-        driver::write_together(all, waiting);
+        run_together(all, waiting);
         run_direct("commit");
     } catch (...) {
         sqlite3_exec(base_, "rollback", nullptr, nullptr, nullptr); // in vain where the engine has done it

@@ -34,7 +34,6 @@ public:
     const std::string& of(std::string_view slot) const;
     /// Null where none was given.
     const std::string* find(std::string_view slot) const;
-    bool empty() const { return values_.empty(); }
     auto begin() const { return values_.begin(); }
     auto end() const { return values_.end(); }
 

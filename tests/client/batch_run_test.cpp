@@ -129,7 +129,7 @@ private Q_SLOTS:
         connection db = its.connect();
         make_periods(db, 100);
         a_member{number_of(37)}.store_in(db);
-        a_member{number_of(55)}.store_in(db);
+        a_member{number_of(88)}.store_in(db);
         batch_under_test batch{db, 90, 100};
         for (int times = 0; times < 2; ++times) {
             try {

@@ -9,6 +9,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 #include <QXmlStreamReader>
 
 #include <sys/resource.h>
@@ -188,6 +189,16 @@ private Q_SLOTS:
                 QVERIFY(where.startsWith(as_csv ? target : QDir::tempPath()));
             }
             QCOMPARE(fails(as_csv, 1'000'000, target, &no), failure_kind::cancelled);
+            int slow_rows = 0; // of a list that waits for each of them
+            const text_table slow{{{"성명"}}, 100, [&slow_rows](qint64) {
+                                      QThread::msleep(40);
+                                      return QStringList{QString::number(++slow_rows)};
+                                  }};
+            const auto write_slowly = [&] {
+                as_csv ? void(write_csv(target, slow, &no)) : write_workbook(target, {}, slow, &no);
+            };
+            QCOMPARE(caught(write_slowly).kind(), failure_kind::cancelled);
+            QVERIFY(slow_rows < 3);
             QCOMPARE(fails(as_csv, 1, place), failure_kind::other); // a folder's name
             write_file(place + "/.~lock.명단#", "");
             QCOMPARE(fails(as_csv, 1, target), failure_kind::other); // open in an office program
